@@ -7,8 +7,13 @@
 
 namespace Core {
 
-// Opens a file for the C library, or returns null. The one place where a file name meets the
-// platform: the 16-bit name is passed as UTF-8, and a directory is refused as a file.
+// The one place where file names meet the platform. Linux names are bytes: the system's 16-bit
+// names travel as UTF-8, and names from the platform (the current directory) come back from it.
+std::string ToPlatformName(DomStringView fileName);
+DomString FromPlatformName(std::string_view name);
+
+// Opens a file for the C library, or returns null. A directory is refused as a file, and so is a
+// name holding a NUL unit.
 FILE* OpenFile(DomStringView fileName, const char* mode);
 
 class CFileStream : public IStream {
