@@ -1,0 +1,58 @@
+// Attributes of the open result start tag, in order of first setting.
+#include "xslt/private/ResultAttributes.h"
+
+#include "core/Hash.h"
+
+namespace XsltPrivate {
+
+namespace {
+
+const int InitialEntries = 16;
+const int InitialText = 4096;
+
+}  // namespace
+
+void CResultAttributes::Add(DomStringView name, DomStringView value) {
+    if (m_aEntries.GetCapacity() == 0) {
+        m_aEntries.Reserve(InitialEntries);
+        m_aText.Reserve(InitialText);
+    }
+    unsigned int hash = Core::HashText(name);
+    int index = Find(name, hash);
+    if (index >= 0) {
+        // The old value's room stays unused until the next start tag clears the buffer.
+        int offset = AppendText(value);
+        m_aEntries[index].nValue = offset;
+        return;
+    }
+    SEntry entry;
+    entry.nHash = hash;
+    entry.nName = AppendText(name);
+    entry.nNameLength = static_cast<int>(name.size());
+    entry.nValue = AppendText(value);
+    m_aEntries.Add(entry);
+}
+
+void CResultAttributes::Clear() {
+    m_aEntries.Clear();
+    m_aText.Clear();
+}
+
+int CResultAttributes::Find(DomStringView name, unsigned int hash) const {
+    for (int i = 0; i < m_aEntries.GetSize(); ++i) {
+        const SEntry& entry = m_aEntries[i];
+        if (entry.nHash == hash && DomStringView(m_aText.GetData() + entry.nName, entry.nNameLength) == name) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+int CResultAttributes::AppendText(DomStringView text) {
+    int offset = m_aText.GetSize();
+    m_aText.Append(text.data(), static_cast<int>(text.size()));
+    m_aText.Add(0);
+    return offset;
+}
+
+}  // namespace XsltPrivate

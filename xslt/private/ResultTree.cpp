@@ -1,0 +1,329 @@
+// Result tree construction: the start tag is completed only when something other than an
+// attribute or namespace follows, so names and namespace declarations can be fixed at once.
+#include "xslt/private/ResultTree.h"
+
+#include "xslt/private/OutputException.h"
+
+namespace XsltPrivate {
+
+namespace {
+
+const DomChar XmlNamespace[] = u"http://www.w3.org/XML/1998/namespace";
+const DomChar XsltNamespace[] = u"http://www.w3.org/1999/XSL/Transform";
+const int ReservedFrames = 64;
+const int TextGrowth = 4096;
+
+DomStringView LocalPart(DomStringView name) {
+    size_t colon = name.rfind(u':');
+    return colon == DomStringView::npos ? name : name.substr(colon + 1);
+}
+
+}  // namespace
+
+CResultTree::CResultTree(Xslt::IResultHandler* sink) : m_pSink(sink) {}
+
+CResultTree::CResultTree(CEventBuffer* buffer) : m_pBuffer(buffer) {}
+
+CResultTree::~CResultTree() {
+    ResetFrames();
+    for (CNamespaceMap* map : m_aFreeMaps) delete map;
+}
+
+void CResultTree::SetOutputProperties(XmlWriter::COutputProperties* properties) {
+    m_pSettings = properties;
+    if (m_pSink) m_pSink->SetOutputProperties(properties);
+}
+
+void CResultTree::StartDocument() {
+    if (m_pBuffer) {
+        m_pBuffer->Clear();
+        m_pBuffer->Record(CEventBuffer::StartRecording);
+        return;
+    }
+    Initialise();
+    ResetFrames();
+    SFrame& frame = m_aFrames[0];
+    frame.pMap = &m_namespaceMap;
+    frame.bOwnsMap = false;
+    frame.bPreserve = false;
+    frame.nCounter = 1;
+    m_bNamespacesChanged = false;
+    m_attributes.Clear();
+    m_bStartTagOpen = false;
+    m_nCollecting = NotCollecting;
+    m_bXmlSpace = false;
+    m_aText.Clear();
+    m_pSink->StartDocument();
+}
+
+void CResultTree::EndDocument() {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::EndRecording);
+        return;
+    }
+    CompleteStartTag();
+    m_pSink->EndDocument();
+}
+
+void CResultTree::StartElement(DomStringView name, DomStringView uri) {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::StartElement, name, uri);
+        return;
+    }
+    CompleteStartTag();
+    const SFrame& parent = m_aFrames[m_nDepth];
+    CNamespaceMap* map = parent.pMap;
+    bool preserve = parent.bPreserve;
+    int counter = parent.nCounter;
+    SFrame& frame = PushFrame();
+    frame.sLocalName.assign(LocalPart(name));
+    frame.sUri.assign(uri);
+    frame.pMap = map;
+    frame.bOwnsMap = false;
+    frame.bPreserve = preserve;
+    frame.nCounter = counter;
+    m_bNamespacesChanged = false;
+    m_attributes.Clear();
+    m_bStartTagOpen = true;
+}
+
+void CResultTree::EndElement() {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::EndElement);
+        return;
+    }
+    CompleteStartTag();
+    if (m_nDepth == 0) return;  // unbalanced: nothing is open
+    SFrame& frame = m_aFrames[m_nDepth];
+    m_pSink->EndElement(frame.sName.c_str());
+    ReleaseMap(frame);
+    --m_nDepth;
+}
+
+void CResultTree::StartAttribute(DomStringView name, DomStringView uri) {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::StartAttribute, name, uri);
+        return;
+    }
+    if (!m_bStartTagOpen || m_nCollecting != NotCollecting) {
+        throw new COutputException(COutputException::MisplacedAttribute, name, uri);
+    }
+    DomStringView localName = LocalPart(name);
+    MakeName(uri, localName, true, m_sAttributeName);
+    BeginCollecting(CollectingAttribute);
+    m_bXmlSpace = uri == XmlNamespace && localName == u"space";
+}
+
+void CResultTree::EndAttribute() {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::EndAttribute);
+        return;
+    }
+    if (m_nCollecting != CollectingAttribute) return;
+    DomStringView value = CollectedText();
+    m_attributes.Add(m_sAttributeName, value);
+    if (m_bXmlSpace) m_aFrames[m_nDepth].bPreserve = value == u"preserve";
+    m_bXmlSpace = false;
+    m_nCollecting = NotCollecting;
+}
+
+void CResultTree::StartNamespace(DomStringView prefix) {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::StartNamespace, prefix);
+        return;
+    }
+    m_sAttributeName.assign(prefix);
+    BeginCollecting(CollectingNamespace);
+}
+
+// A namespace node with no start tag open to take it is dropped.
+void CResultTree::EndNamespace() {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::EndNamespace);
+        return;
+    }
+    if (m_nCollecting != CollectingNamespace) return;
+    m_nCollecting = NotCollecting;
+    if (!m_bStartTagOpen) return;
+    SFrame& frame = m_aFrames[m_nDepth];
+    DomStringView uri = CollectedText();
+    DomStringView bound;
+    if (frame.pMap->FindUri(m_sAttributeName, bound) && bound == uri) return;
+    OwnMap(frame);
+    frame.pMap->Add(m_sAttributeName, uri, true);
+    m_bNamespacesChanged = true;
+}
+
+void CResultTree::Characters(const DomChar* text, int length, bool disableEscaping) {
+    if (m_pBuffer) {
+        m_pBuffer->RecordCharacters(text, length, disableEscaping);
+        return;
+    }
+    if (m_nCollecting != NotCollecting) {
+        AppendText(text, length);
+        return;
+    }
+    CompleteStartTag();
+    m_pSink->Characters(text, length, disableEscaping);
+}
+
+void CResultTree::StartComment() {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::StartComment);
+        return;
+    }
+    if (m_nCollecting != NotCollecting) throw new COutputException(COutputException::MisplacedComment);
+    CompleteStartTag();
+    BeginCollecting(CollectingComment);
+}
+
+void CResultTree::EndComment() {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::EndComment);
+        return;
+    }
+    if (m_nCollecting != CollectingComment) return;
+    m_nCollecting = NotCollecting;
+    m_pSink->Comment(TerminatedText());
+}
+
+void CResultTree::ProcessingInstruction(DomStringView target, DomStringView data) {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::ProcessingInstruction, target, data);
+        return;
+    }
+    if (m_nCollecting != NotCollecting) {
+        throw new COutputException(COutputException::MisplacedProcessingInstruction, target);
+    }
+    CompleteStartTag();
+    // Target and data go out zero-terminated, through the text buffer, which is free here.
+    m_aText.Clear();
+    AppendText(target.data(), static_cast<int>(target.size()));
+    m_aText.Add(0);
+    int dataOffset = m_aText.GetSize();
+    AppendText(data.data(), static_cast<int>(data.size()));
+    m_aText.Add(0);
+    m_pSink->ProcessingInstruction(m_aText.GetData(), m_aText.GetData() + dataOffset);
+}
+
+void CResultTree::Initialise() {
+    if (m_bInitialised) return;
+    m_aFrames.Reserve(ReservedFrames);
+    m_aFrames.SetSize(1);
+    m_aText.Reserve(TextGrowth);
+    m_namespaceMap.Add(u"", u"", false);
+    m_namespaceMap.Add(u"xml", XmlNamespace, false);
+    m_bInitialised = true;
+}
+
+// Gives back the maps of frames left open, by a failure or by unbalanced events.
+void CResultTree::ResetFrames() {
+    for (int i = 1; i <= m_nDepth; ++i) ReleaseMap(m_aFrames[i]);
+    m_nDepth = 0;
+}
+
+CResultTree::SFrame& CResultTree::PushFrame() {
+    ++m_nDepth;
+    if (m_nDepth == m_aFrames.GetSize()) m_aFrames.SetSize(m_nDepth + 1);
+    return m_aFrames[m_nDepth];
+}
+
+void CResultTree::CompleteStartTag() {
+    if (!m_bStartTagOpen) return;
+    m_bStartTagOpen = false;
+    SFrame& frame = m_aFrames[m_nDepth];
+    if (frame.sLocalName == u"text" && frame.sUri == XsltNamespace) frame.bPreserve = true;
+    MakeName(frame.sUri, frame.sLocalName, false, frame.sName);
+    bool cdata = m_pSettings && m_pSettings->IsCDataSectionElement(frame.sUri, frame.sLocalName);
+    m_pSink->StartElement(frame.sName.c_str(), cdata, frame.bPreserve);
+    if (m_bNamespacesChanged) DeclareNewNamespaces(*frame.pMap);
+    for (int i = 0; i < m_attributes.GetCount(); ++i) {
+        m_pSink->Attribute(m_attributes.GetName(i), m_attributes.GetValue(i));
+    }
+}
+
+void CResultTree::DeclareNewNamespaces(const CNamespaceMap& map) {
+    for (int i = 0; i < map.GetCount(); ++i) {
+        if (map.IsLive(i) && map.IsNew(i)) m_pSink->Namespace(map.GetPrefix(i), map.GetUri(i));
+    }
+}
+
+// Chooses the qualified name under the bindings of the top frame, binding a generated prefix
+// "__N__" where the URI has none. The default namespace never applies to attributes.
+void CResultTree::MakeName(DomStringView uri, DomStringView localName, bool isAttribute, DomString& name) {
+    if (uri.empty() && isAttribute) {
+        name.assign(localName);
+        return;
+    }
+    SFrame& frame = m_aFrames[m_nDepth];
+    DomStringView prefix;
+    if (frame.pMap->FindPrefix(uri, isAttribute, prefix)) {
+        name.assign(prefix);
+    } else if (uri.empty()) {
+        throw new COutputException(COutputException::DefaultNamespaceNotAllowed);
+    } else {
+        GeneratePrefix(frame, uri, name);
+    }
+    if (!name.empty()) name += u':';
+    name += localName;
+}
+
+void CResultTree::GeneratePrefix(SFrame& frame, DomStringView uri, DomString& prefix) {
+    OwnMap(frame);
+    m_bNamespacesChanged = true;
+    int number = frame.nCounter++;
+    DomChar digits[12];
+    int count = 0;
+    do {
+        digits[count++] = static_cast<DomChar>(u'0' + number % 10);
+        number /= 10;
+    } while (number > 0);
+    m_sPrefix.assign(u"__");
+    while (count > 0) m_sPrefix += digits[--count];
+    m_sPrefix += u"__";
+    frame.pMap->Add(m_sPrefix, uri, true);
+    prefix.assign(m_sPrefix);
+}
+
+// Copy on write: a frame takes a map of its own only when it changes a binding.
+void CResultTree::OwnMap(SFrame& frame) {
+    if (frame.bOwnsMap) return;
+    CNamespaceMap* map;
+    if (m_aFreeMaps.IsEmpty()) {
+        map = new CNamespaceMap;
+    } else {
+        map = m_aFreeMaps.Last();
+        m_aFreeMaps.RemoveLast();
+    }
+    map->CopyFrom(*frame.pMap);
+    frame.pMap = map;
+    frame.bOwnsMap = true;
+}
+
+void CResultTree::ReleaseMap(SFrame& frame) {
+    if (!frame.bOwnsMap) return;
+    m_aFreeMaps.Add(frame.pMap);
+    frame.pMap = nullptr;
+    frame.bOwnsMap = false;
+}
+
+void CResultTree::BeginCollecting(ECollecting what) {
+    m_aText.Clear();
+    m_nCollecting = what;
+}
+
+void CResultTree::AppendText(const DomChar* text, int length) {
+    int needed = m_aText.GetSize() + length + 1;
+    if (needed > m_aText.GetCapacity()) {
+        int atLeast = m_aText.GetCapacity() + TextGrowth;
+        m_aText.Reserve(needed > atLeast ? needed : atLeast);
+    }
+    m_aText.Append(text, length);
+}
+
+const DomChar* CResultTree::TerminatedText() {
+    m_aText.Add(0);
+    return m_aText.GetData();
+}
+
+}  // namespace XsltPrivate
