@@ -1,0 +1,392 @@
+// The one-pass document builder: records go into the node chunks in document order, texts into
+// the text chunks, and every start tag is completed (names resolved, whitespace mode set) by
+// the first event that follows it.
+#include "dom/DocumentBuilder.h"
+
+#include <cstring>
+
+#include "core/Hash.h"
+#include "dom/DomException.h"
+#include "dom/NamespaceScope.h"
+#include "dom/private/DocumentData.h"
+#include "dom/private/DtdRecorder.h"
+
+namespace Dom {
+
+namespace {
+
+const DomChar XML_NAMESPACE[] = u"http://www.w3.org/XML/1998/namespace";
+const DomChar EMPTY_TEXT[] = u"";
+
+bool IsXmlSpace(const CName* name) {
+    return name->m_sLocalName == u"space" && name->m_sNamespaceUri == XML_NAMESPACE;
+}
+
+}  // namespace
+
+void CDocumentBuilder::Create(CNode* document, CStripSpaceRules* rules, IBuildListener* listener,
+                              TRefPtr<CDocumentBuilder>& builder) {
+    if (!document || document->GetNodeType() != DOCUMENT_NODE) CDomException::ThrowNotSupported();
+    builder = new CDocumentBuilder(static_cast<CDocument*>(document), rules, listener);
+}
+
+CDocumentBuilder::CDocumentBuilder(CDocument* document, CStripSpaceRules* rules, IBuildListener* listener)
+    : m_pDocument(document),
+      m_pRules(rules),
+      m_pListener(listener),
+      m_pData(document->m_pData),
+      m_pNodeNext(nullptr),
+      m_pNodeEnd(nullptr),
+      m_pTextChunk(nullptr),
+      m_pTextNext(nullptr),
+      m_pTextEnd(nullptr),
+      m_pTextStart(nullptr),
+      m_pParent(document),
+      m_pFirst(nullptr),
+      m_pLast(nullptr),
+      m_pElement(nullptr),
+      m_pAttribute(nullptr),
+      m_pBinding(nullptr),
+      m_pComment(nullptr),
+      m_pScope(nullptr),
+      m_pRootScope(nullptr),
+      m_nNextOrder(document->m_pData->m_nNextOrder),
+      m_bScopeOwned(false),
+      m_bPrefixMissing(false),
+      m_bInStartTag(false),
+      m_bElementMoved(false),
+      m_bTextPending(false),
+      m_bMayStrip(false),
+      m_bPreserve(true),
+      m_bPreserveEffective(true) {}
+
+CDocumentBuilder::~CDocumentBuilder() = default;
+
+void CDocumentBuilder::GetDtdHandler(TRefPtr<Sxp::IDtdHandler>& handler) const {
+    handler = new CDtdRecorder(static_cast<CDocument*>(m_pDocument.Get()));
+}
+
+void CDocumentBuilder::SetLocator(Sxp::ILocator* locator) {
+    m_pLocator = locator;
+    if (m_pListener) m_pListener->SetLocator(locator);
+}
+
+void CDocumentBuilder::StartDocument() {
+    m_pRootScope = new CNamespaceScope(m_pData->GetClass(CDocumentData::NAMESPACE_CLASS), m_pData->m_pScopes);
+    m_pData->AddScope(m_pRootScope);
+    m_pRootScope->Bind(DomStringView());
+    m_pRootScope->Bind(u"xml")->m_sUri = XML_NAMESPACE;
+    m_pRootScope->SetOwner(m_pDocument);
+    m_pScope = m_pRootScope;
+    if (m_pLocator && m_pData->m_sUri.empty()) m_pData->m_sUri = m_pLocator->GetSystemId();
+
+    m_bMayStrip = m_pRules && m_pRules->GetAnyStrip();
+    m_bPreserve = m_bPreserveEffective = !m_bMayStrip;
+    m_bScopeOwned = m_bPrefixMissing = m_bInStartTag = m_bElementMoved = m_bTextPending = false;
+    Notify(m_pDocument);
+}
+
+void CDocumentBuilder::EndDocument() {
+    FinishPrevious();
+    CDocument* document = static_cast<CDocument*>(m_pDocument.Get());
+    document->m_pFirstChild = m_pFirst;
+    document->m_pLastChild = m_pLast;
+    m_pData->m_nNextOrder = m_nNextOrder;
+}
+
+// Runs the pending start-tag step and closes pending text: what every event that is not part
+// of a start tag or of the current text does first.
+void CDocumentBuilder::FinishPrevious() {
+    if (m_bInStartTag) CompleteStartTag();
+    if (m_bTextPending) CloseText();
+}
+
+void CDocumentBuilder::CompleteStartTag() {
+    if (m_bElementMoved) {
+        CAttr* attributes = m_pElement->GetAttributeArray();
+        for (int i = 0; i < m_pElement->m_nAttributeCount; ++i) attributes[i].m_pOwner = m_pElement;
+    }
+    if (m_bScopeOwned) {
+        ResolveAgain();
+    } else if (m_bPrefixMissing) {
+        throw new CDomException(CDomException::NOT_FOUND_ERR);
+    }
+    if (m_pRules) {
+        m_bPreserveEffective = m_bPreserve;
+        if (!m_bPreserveEffective) {
+            const CName* name = m_pElement->m_pName;
+            m_bPreserveEffective = m_pRules->ShouldPreserve(name->m_sNamespaceUri, name->m_sLocalName);
+        }
+    }
+    m_bInStartTag = false;
+}
+
+// The element declared namespaces, so its bindings are its own and every name of the start
+// tag is looked up again, now failing on an unbound prefix.
+void CDocumentBuilder::ResolveAgain() {
+    m_pScope->SetOwner(m_pElement);
+    m_pElement->m_pName = ResolveName(m_pElement->m_pName->m_sQualifiedName, true, true);
+    CAttr* attributes = m_pElement->GetAttributeArray();
+    for (int i = 0; i < m_pElement->m_nAttributeCount; ++i)
+        attributes[i].m_pName = ResolveName(attributes[i].m_pName->m_sQualifiedName, false, true);
+}
+
+// Splits at the first ":"; an unprefixed element takes the default namespace, an unprefixed
+// attribute none. An unbound prefix raises code 8 when `raise` is set and is noted otherwise.
+const CName* CDocumentBuilder::ResolveName(DomStringView qualifiedName, bool isElement, bool raise) {
+    DomStringView uri;
+    size_t colon = qualifiedName.find(u':');
+    if (colon != DomStringView::npos || isElement) {
+        DomStringView prefix = colon == DomStringView::npos ? DomStringView() : qualifiedName.substr(0, colon);
+        if (const CNamespaceNode* binding = m_pScope->Find(prefix)) {
+            uri = binding->m_sUri;
+        } else if (raise) {
+            throw new CDomException(CDomException::NOT_FOUND_ERR);
+        } else {
+            m_bPrefixMissing = true;
+        }
+    }
+    CNameTable& table = isElement ? m_pData->m_oElementNames : m_pData->m_oAttributeNames;
+    return table.Intern(qualifiedName, uri, Core::HashText(qualifiedName));
+}
+
+void* CDocumentBuilder::AllocateNode(size_t size) {
+    if (static_cast<size_t>(m_pNodeEnd - m_pNodeNext) < size) {
+        size_t chunkSize = static_cast<size_t>(m_pData->m_nNodeChunkSize);
+        if (chunkSize < size) chunkSize = size;
+        m_pNodeNext = m_pData->AddNodeChunk(chunkSize);
+        m_pNodeEnd = m_pNodeNext + chunkSize;
+    }
+    void* record = m_pNodeNext;
+    m_pNodeNext += size;
+    return record;
+}
+
+// Takes the next order number and links the record behind the current parent's last child.
+void CDocumentBuilder::LinkChild(CChildNode* node, int classIndex) {
+    node->m_pClass = m_pData->GetClass(static_cast<CDocumentData::EClass>(classIndex));
+    node->m_nOrder = m_nNextOrder++;
+    node->m_nAttributeCount = 0;
+    node->m_pParent = m_pParent;
+    node->m_pPrevious = m_pLast;
+    node->m_pNext = nullptr;
+    if (m_pLast)
+        static_cast<CChildNode*>(m_pLast)->m_pNext = node;
+    else
+        m_pFirst = node;
+    m_pLast = node;
+}
+
+void CDocumentBuilder::StartElement(DomStringView name) {
+    FinishPrevious();
+    CElement* element = static_cast<CElement*>(AllocateNode(sizeof(CElement)));
+    LinkChild(element, CDocumentData::ELEMENT_CLASS);
+    m_bScopeOwned = m_bPrefixMissing = m_bElementMoved = false;
+    element->m_pName = ResolveName(name, true, false);
+    // While the element is open its child links hold the parent's, swapped back at the end.
+    element->m_pFirstChild = m_pFirst;
+    element->m_pLastChild = m_pLast;
+    element->m_pScope = m_pScope;
+    m_pParent = m_pElement = element;
+    m_pFirst = m_pLast = nullptr;
+    if (m_pRules) m_aPreserveStack.Add(static_cast<unsigned char>((m_bPreserve ? 2 : 0) | (m_bPreserveEffective ? 1 : 0)));
+    m_bInStartTag = true;
+    Notify(element);
+}
+
+void CDocumentBuilder::EndElement() {
+    FinishPrevious();
+    if (m_pParent->GetNodeType() != ELEMENT_NODE) throw new CDomException(CDomException::HIERARCHY_REQUEST_ERR);
+    CElement* element = static_cast<CElement*>(m_pParent);
+    CNode* parentFirst = element->m_pFirstChild;
+    CNode* parentLast = element->m_pLastChild;
+    element->m_pFirstChild = m_pFirst;
+    element->m_pLastChild = m_pLast;
+    m_pParent = element->m_pParent;
+    m_pFirst = parentFirst;
+    m_pLast = parentLast;
+    m_pScope = m_pParent->GetNodeType() == ELEMENT_NODE ? static_cast<CElement*>(m_pParent)->m_pScope : m_pRootScope;
+    if (m_pRules && !m_aPreserveStack.IsEmpty()) {
+        unsigned char flags = m_aPreserveStack.Last();
+        m_aPreserveStack.RemoveLast();
+        m_bPreserve = (flags & 2) != 0;
+        m_bPreserveEffective = (flags & 1) != 0;
+    }
+}
+
+// "xmlns" alone declares the default namespace, "xmlns:p" the prefix p; null for anything else.
+CNamespaceNode* CDocumentBuilder::DeclarationTarget(DomStringView name) {
+    if (name.size() < 5 || name.substr(0, 5) != u"xmlns") return nullptr;
+    if (name.size() > 5 && name[5] != u':') return nullptr;
+    DomStringView prefix = name.size() > 5 ? name.substr(6) : DomStringView();
+    if (!m_bScopeOwned) {
+        m_pScope = new CNamespaceScope(*m_pScope, m_pData->m_pScopes);
+        m_pData->AddScope(m_pScope);
+        m_pElement->m_pScope = m_pScope;
+        m_bScopeOwned = true;
+    }
+    return m_pScope->Bind(prefix);
+}
+
+void CDocumentBuilder::StartAttribute(DomStringView name) {
+    if (!m_bInStartTag || m_pAttribute || m_pBinding) throw new CDomException(CDomException::HIERARCHY_REQUEST_ERR);
+    BeginCollecting();
+    if ((m_pBinding = DeclarationTarget(name))) return;
+    if (static_cast<size_t>(m_pNodeEnd - m_pNodeNext) < sizeof(CAttr)) MoveElement();
+    CAttr* attribute = reinterpret_cast<CAttr*>(m_pNodeNext);
+    m_pNodeNext += sizeof(CAttr);
+    attribute->m_pClass = m_pData->GetClass(CDocumentData::ATTRIBUTE_CLASS);
+    attribute->m_nOrder = m_nNextOrder++;
+    attribute->m_pOwner = m_pElement;
+    attribute->m_pName = ResolveName(name, false, false);
+    attribute->m_pValue = EMPTY_TEXT;
+    ++m_pElement->m_nAttributeCount;
+    m_pAttribute = attribute;
+    Notify(attribute);
+}
+
+// The attributes must lie directly behind their element, so an element whose next attribute
+// does not fit moves with its attributes to a chunk of its own, with room to grow. Nothing but
+// the listener has seen the old address; the parent's links held here are repaired.
+void CDocumentBuilder::MoveElement() {
+    CElement* old = m_pElement;
+    int count = old->m_nAttributeCount;
+    size_t used = sizeof(CElement) + sizeof(CAttr) * static_cast<size_t>(count);
+    size_t size = used + sizeof(CAttr) * static_cast<size_t>(Core::GrowthStep(count, 1));
+    if (size < static_cast<size_t>(m_pData->m_nNodeChunkSize)) size = static_cast<size_t>(m_pData->m_nNodeChunkSize);
+    char* chunk = m_pData->AddNodeChunk(size);
+    std::memcpy(chunk, static_cast<void*>(old), used);
+    CElement* moved = reinterpret_cast<CElement*>(chunk);
+    if (moved->m_pFirstChild == old) moved->m_pFirstChild = moved;
+    moved->m_pLastChild = moved;
+    if (moved->m_pPrevious) static_cast<CChildNode*>(moved->m_pPrevious)->m_pNext = moved;
+    m_pParent = m_pElement = moved;
+    m_pNodeNext = chunk + used;
+    m_pNodeEnd = chunk + size;
+    m_bElementMoved = true;
+    if (m_pListener) {
+        m_pListener->NodeMoved(old, moved);
+        for (int i = 0; i < count; ++i) m_pListener->NodeMoved(old->GetAttributeArray() + i, moved->GetAttributeArray() + i);
+    }
+}
+
+void CDocumentBuilder::EndAttribute() {
+    if (m_pAttribute) {
+        const DomChar* value = TerminateText();
+        m_pAttribute->m_pValue = value;
+        if (m_bMayStrip && IsXmlSpace(m_pAttribute->m_pName)) m_bPreserve = DomStringView(value) == u"preserve";
+        m_pAttribute = nullptr;
+    } else if (m_pBinding) {
+        m_pBinding->m_sUri.assign(m_pTextStart, static_cast<size_t>(m_pTextNext - m_pTextStart));
+        m_pTextNext = m_pTextStart;
+        m_pBinding = nullptr;
+    } else {
+        throw new CDomException(CDomException::HIERARCHY_REQUEST_ERR);
+    }
+}
+
+void CDocumentBuilder::Characters(const DomChar* units, int count) {
+    if (!m_pAttribute && !m_pBinding && !m_pComment) {
+        if (m_bInStartTag) CompleteStartTag();
+        if (count <= 0) return;
+        if (!m_bTextPending) {
+            m_bTextPending = true;
+            BeginCollecting();
+        }
+    }
+    if (count <= 0) return;
+    ReserveText(count);
+    std::memcpy(m_pTextNext, units, sizeof(DomChar) * static_cast<size_t>(count));
+    m_pTextNext += count;
+}
+
+void CDocumentBuilder::BeginCollecting() { m_pTextStart = m_pTextNext; }
+
+// Makes room for `count` more units and a terminator behind the text being collected. A text
+// that outgrows its chunk moves whole to a new one, so that every text is contiguous; a chunk
+// that holds nothing but that text is resized instead.
+void CDocumentBuilder::ReserveText(int count) {
+    if (m_pTextEnd - m_pTextNext > count) return;
+    size_t collected = static_cast<size_t>(m_pTextNext - m_pTextStart);
+    size_t needed = collected + static_cast<size_t>(count) + 1;
+    size_t size = static_cast<size_t>(m_pData->m_nTextChunkSize);
+    if (needed > size) size = needed + needed / 8;
+    DomChar* chunk;
+    if (m_pTextChunk && m_pTextStart == m_pTextChunk) {
+        chunk = m_pData->ReplaceLastTextChunk(size);
+    } else {
+        chunk = m_pData->AddTextChunk(size);
+        if (collected) std::memcpy(chunk, m_pTextStart, sizeof(DomChar) * collected);
+    }
+    m_pTextChunk = m_pTextStart = chunk;
+    m_pTextNext = chunk + collected;
+    m_pTextEnd = chunk + size;
+}
+
+const DomChar* CDocumentBuilder::TerminateText() {
+    ReserveText(0);
+    *m_pTextNext++ = 0;
+    return m_pTextStart;
+}
+
+const DomChar* CDocumentBuilder::CopyText(DomStringView text) {
+    BeginCollecting();
+    ReserveText(static_cast<int>(text.size()));
+    if (!text.empty()) std::memcpy(m_pTextNext, text.data(), sizeof(DomChar) * text.size());
+    m_pTextNext += text.size();
+    return TerminateText();
+}
+
+bool CDocumentBuilder::IsWhitespaceOnly() const {
+    for (const DomChar* p = m_pTextStart; p != m_pTextNext; ++p) {
+        if (*p != 0x20 && *p != 0x09 && *p != 0x0D && *p != 0x0A) return false;
+    }
+    return true;
+}
+
+// Whitespace-only text is dropped, and its room reclaimed, where it is not preserved; other
+// text becomes one node, however many events it came in.
+void CDocumentBuilder::CloseText() {
+    m_bTextPending = false;
+    if (!m_bPreserveEffective && IsWhitespaceOnly()) {
+        m_pTextNext = m_pTextStart;
+        return;
+    }
+    const DomChar* data = TerminateText();
+    CText* text = static_cast<CText*>(AllocateNode(sizeof(CText)));
+    LinkChild(text, CDocumentData::TEXT_CLASS);
+    text->m_pData = data;
+    Notify(text);
+}
+
+void CDocumentBuilder::StartComment() {
+    FinishPrevious();
+    CComment* comment = static_cast<CComment*>(AllocateNode(sizeof(CComment)));
+    LinkChild(comment, CDocumentData::COMMENT_CLASS);
+    comment->m_pData = EMPTY_TEXT;
+    m_pComment = comment;
+    BeginCollecting();
+    Notify(comment);
+}
+
+void CDocumentBuilder::EndComment() {
+    if (!m_pComment) throw new CDomException(CDomException::HIERARCHY_REQUEST_ERR);
+    m_pComment->m_pData = TerminateText();
+    m_pComment = nullptr;
+}
+
+void CDocumentBuilder::ProcessingInstruction(DomStringView target, DomStringView data) {
+    FinishPrevious();
+    CProcessingInstruction* instruction =
+        static_cast<CProcessingInstruction*>(AllocateNode(sizeof(CProcessingInstruction)));
+    LinkChild(instruction, CDocumentData::PROCESSING_INSTRUCTION_CLASS);
+    instruction->m_pTarget = CopyText(target);
+    instruction->m_pData = CopyText(data);
+    Notify(instruction);
+}
+
+void CDocumentBuilder::Notify(CNode* node) {
+    if (m_pListener) m_pListener->NodeCreated(node);
+}
+
+}  // namespace Dom

@@ -1,0 +1,115 @@
+// Builds a document in one pass from parser events: lays nodes out in the document's chunks,
+// resolves namespaces at the end of each start tag, and drops whitespace-only text that the
+// strip rules and xml:space say to drop. It also keeps what the DTD declares that later
+// lookups need: ID attributes and unparsed entities.
+#pragma once
+#include "core/Array.h"
+#include "core/RefObject.h"
+#include "dom/Document.h"
+#include "dom/StripSpaceRules.h"
+#include "xmlparser/ContentHandler.h"
+
+namespace Dom {
+
+class CDocumentData;
+
+// Told about every node as soon as it exists, with the parser's locator at hand.
+class IBuildListener : public CRefObject {
+public:
+    virtual void SetLocator(Sxp::ILocator* locator) = 0;
+    virtual void NodeCreated(CNode* node) = 0;
+    // An element that outgrew its chunk was copied, with its attributes, to a new address
+    // before anything else could refer to it; called once for each record copied.
+    virtual void NodeMoved(CNode* from, CNode* to) {
+        (void)from;
+        (void)to;
+    }
+};
+
+// The content handler is the builder itself (IContentHandler is its counted root); the DTD
+// handler for the same parser comes from GetDtdHandler and records into the same document.
+class CDocumentBuilder : public Sxp::IContentHandler {
+public:
+    // Code 9 if `document` is not a document node. Rules and listener may be null.
+    static void Create(CNode* document, CStripSpaceRules* rules, IBuildListener* listener,
+                       TRefPtr<CDocumentBuilder>& builder);
+    ~CDocumentBuilder() override;
+
+    // A handler that stores ID attribute declarations and unparsed entities in the document.
+    void GetDtdHandler(TRefPtr<Sxp::IDtdHandler>& handler) const;
+
+    void SetLocator(Sxp::ILocator* locator) override;
+    void StartDocument() override;
+    void EndDocument() override;
+    void StartElement(DomStringView name) override;
+    void EndElement() override;
+    void StartAttribute(DomStringView name) override;
+    void EndAttribute() override;
+    void Characters(const DomChar* units, int count) override;
+    void StartComment() override;
+    void EndComment() override;
+    void StartCData() override {}
+    void EndCData() override {}
+    void SkippedEntity(DomStringView name) override { (void)name; }
+    void ProcessingInstruction(DomStringView target, DomStringView data) override;
+
+private:
+    CDocumentBuilder(CDocument* document, CStripSpaceRules* rules, IBuildListener* listener);
+
+    void FinishPrevious();
+    void CompleteStartTag();
+    void ResolveAgain();
+    const CName* ResolveName(DomStringView qualifiedName, bool isElement, bool raise);
+    void* AllocateNode(size_t size);
+    void LinkChild(CChildNode* node, int classIndex);
+    CNamespaceNode* DeclarationTarget(DomStringView name);
+    void MoveElement();
+    void BeginCollecting();
+    void ReserveText(int count);
+    const DomChar* TerminateText();
+    const DomChar* CopyText(DomStringView text);
+    bool IsWhitespaceOnly() const;
+    void CloseText();
+    void Notify(CNode* node);
+
+    TNodeRef m_pDocument;
+    TRefPtr<CStripSpaceRules> m_pRules;
+    TRefPtr<IBuildListener> m_pListener;
+    TRefPtr<Sxp::ILocator> m_pLocator;
+    CDocumentData* m_pData;
+
+    // The free room of the current node chunk and text chunk; m_pTextStart is where the text
+    // being collected begins.
+    char* m_pNodeNext;
+    char* m_pNodeEnd;
+    DomChar* m_pTextChunk;
+    DomChar* m_pTextNext;
+    DomChar* m_pTextEnd;
+    DomChar* m_pTextStart;
+
+    // The current parent and its children so far.
+    CNode* m_pParent;
+    CNode* m_pFirst;
+    CNode* m_pLast;
+
+    CElement* m_pElement;
+    CAttr* m_pAttribute;
+    CNamespaceNode* m_pBinding;
+    CComment* m_pComment;
+    CNamespaceScope* m_pScope;
+    CNamespaceScope* m_pRootScope;
+    uint32_t m_nNextOrder;
+
+    bool m_bScopeOwned;
+    bool m_bPrefixMissing;
+    bool m_bInStartTag;
+    bool m_bElementMoved;
+    bool m_bTextPending;
+    bool m_bMayStrip;
+    bool m_bPreserve;
+    bool m_bPreserveEffective;
+    // Two bits per open element (preserve, effective), kept only when rules are set.
+    TArray<unsigned char> m_aPreserveStack;
+};
+
+}  // namespace Dom
