@@ -25,6 +25,20 @@ constexpr SEscapes MakeEscapes(bool lineFeedAndQuote, bool lessThan, bool keepAm
 
 bool IsSurrogate(DomChar unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
+// Whether the encoding writes every ASCII unit as the one byte of the same value.
+bool EncodesAsciiAsBytes(Core::IEncoding* encoding) {
+    DomChar units[0x80];
+    unsigned char bytes[0x100];
+    for (int i = 0; i < 0x80; ++i) units[i] = static_cast<DomChar>(i);
+    int written = 0;
+    bool failed = false;
+    if (encoding->Encode(units, 0x80, bytes, sizeof(bytes), written, failed) != 0x80 || written != 0x80) return false;
+    for (int i = 0; i < 0x80; ++i) {
+        if (bytes[i] != i) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 const SEscapes kTextEscapes = MakeEscapes(false, true, false);
@@ -53,6 +67,7 @@ void CWriterOutput::Open(const DomString& encodingName) {
     // Without a stream the bytes still go through the buffer and are dropped at each flush.
     if (!m_pSink && !m_pBuffer) m_pBuffer = new unsigned char[BufferSize];
     m_nBuffered = 0;
+    m_bAsciiAsBytes = !m_pSink && EncodesAsciiAsBytes(m_pEncoding);
     int markLength = 0;
     const DomChar* mark = m_pEncoding->GetByteOrderMark(markLength);
     if (mark) WriteRaw(mark, markLength);
@@ -69,7 +84,7 @@ int CWriterOutput::WriteRaw(const DomChar* units, int count) {
         return count;
     }
     if (!m_pEncoding) return count;  // nothing was opened: events before StartDocument go nowhere
-    int done = 0;
+    int done = m_bAsciiAsBytes ? CopyAscii(units, count) : 0;
     while (done < count) {
         int written = 0;
         bool failed = false;
@@ -83,6 +98,22 @@ int CWriterOutput::WriteRaw(const DomChar* units, int count) {
             if (m_nBuffered == 0) break;
             Flush();
         }
+    }
+    return done;
+}
+
+// Markup and most text are ASCII: copying its leading run spares a call into the encoder.
+int CWriterOutput::CopyAscii(const DomChar* units, int count) {
+    int done = 0;
+    while (done < count) {
+        if (m_nBuffered == BufferSize) Flush();
+        int end = done + (BufferSize - m_nBuffered);
+        if (end > count) end = count;
+        unsigned char* out = m_pBuffer + m_nBuffered;
+        int start = done;
+        while (done < end && units[done] < 0x80) *out++ = static_cast<unsigned char>(units[done++]);
+        m_nBuffered += done - start;
+        if (done < end) break;
     }
     return done;
 }

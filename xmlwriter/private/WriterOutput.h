@@ -56,6 +56,7 @@ public:
 
 private:
     void WriteReference(unsigned int value);
+    int CopyAscii(const DomChar* units, int count);
 
     TRefPtr<Core::CEncodingTable> m_pTable;
     TRefPtr<Core::IStream> m_pStream;
@@ -63,6 +64,7 @@ private:
     TRefPtr<Core::IEncoding> m_pEncoding;
     unsigned char* m_pBuffer = nullptr;
     int m_nBuffered = 0;
+    bool m_bAsciiAsBytes = false;
 };
 
 // Text content: "&", "<", ">".
