@@ -133,6 +133,7 @@ void CHtmlWriter::CloseStartTag() {
 }
 
 void CHtmlWriter::EndElement() {
+    if (GetDepth() == 0) return;  // unbalanced: no element is open
     CloseCData();
     m_nIndentColumn -= m_nIndentStep;
     const SElementRow& row = TopRow();

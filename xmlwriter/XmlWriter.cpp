@@ -132,8 +132,6 @@ void CXmlWriter::PushRow(DomStringView name, bool preserveSpace, bool cdataSecti
 }
 
 void CXmlWriter::PopRow() {
-    // Unbalanced calls leave the base row in place.
-    if (GetDepth() == 0) return;
     m_aNames.RemoveAt(TopRow().nNameStart, m_aNames.GetSize() - TopRow().nNameStart);
     m_aRows.RemoveLast();
 }
@@ -187,6 +185,7 @@ void CXmlWriter::WriteEndTag(const SElementRow& row) {
 }
 
 void CXmlWriter::EndElement() {
+    if (GetDepth() == 0) return;  // unbalanced: no element is open
     CloseCData();
     m_nIndentColumn -= m_nIndentStep;
     if (m_bInStartTag) {

@@ -269,6 +269,22 @@ TEST(XmlWriterBuffer, NothingReachesTheStreamBeforeTheBufferFills) {
     EXPECT_EQ(stream->m_sBytes.size(), 0u);
     Text(*writer, DomString(0x2000, u'x'));
     EXPECT_EQ(stream->m_sBytes.size(), 0x6000u);
+    // A run that fails never reaches EndDocument: what is still buffered is lost.
+    writer = nullptr;
+    EXPECT_EQ(stream->m_sBytes.size(), 0x6000u);
+}
+
+TEST(XmlWriterBuffer, DeepNestingAndStrayEndElement) {
+    const int depth = 100000;
+    std::string expected;
+    for (int i = 1; i < depth; ++i) expected += "<e>";
+    expected += "<e/>";
+    for (int i = 1; i < depth; ++i) expected += "</e>";
+    std::string bytes = Serialise(COutputProperties::XmlMethod, OmitDeclaration, [&](IWriter& w) {
+        for (int i = 0; i < depth; ++i) w.StartElement(u"e", false, false);
+        for (int i = 0; i <= depth; ++i) w.EndElement();
+    });
+    EXPECT_EQ(bytes, expected);
 }
 
 TEST(XmlWriterSink, TextSinkReceivesUnitsUnencodedWithoutReferences) {
