@@ -3,7 +3,6 @@
 #include "xslt/Transformer.h"
 
 #include "uri/UriConversions.h"
-#include "xmlparser/ParseException.h"
 #include "xslt/XsltException.h"
 
 namespace Xslt {
@@ -26,16 +25,15 @@ void CTransformer::Run() {
     throw new CXsltException(CXsltException::UnsupportedFeature, u"not implemented:", u"transformation");
 }
 
-// Until the stylesheet compiler is wired in, only the stylesheet's accessibility is settled here,
-// with the text that the parser gives for a source it cannot open.
+// Until the stylesheet compiler is wired in, only the stylesheet's accessibility is settled here.
+// The inner text is the parser's own for a source it cannot open (Sxp::CParseException code 0);
+// it goes with this interim check when the compiler parses the stylesheet.
 void CTransformer::CompileStylesheet() {
     DomString fileName;
     TRefPtr<Core::CFileStream> file = new Core::CFileStream();
     if (!Uri::UriToFileName(m_sStylesheetUri, fileName) || !file->Open(fileName, Core::CFileStream::ReadBinary)) {
-        DomString text;
-        Sxp::CParseException(Sxp::CParseException::CannotAccessDocument, DomString(), m_sStylesheetUri, 0, 0)
-            .GetMessage(text);
-        throw new CXsltException(CXsltException::StylesheetRetrievalError, m_sStylesheetUri, text);
+        throw new CXsltException(CXsltException::StylesheetRetrievalError, m_sStylesheetUri,
+                                 u"Cannot access document");
     }
     throw new CXsltException(CXsltException::UnsupportedFeature, u"not implemented:", u"stylesheet compilation");
 }
