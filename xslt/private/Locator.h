@@ -1,0 +1,73 @@
+// Ties stylesheet and source nodes to the place in their file where they were read. The locator
+// listens to each document builder; a node's location is the pair (its document, its order
+// number), which is what instructions and exceptions carry, and GetLocation turns it back into
+// the URI, line and column for the diagnostic report.
+//
+// Use: make one with CLocatorFactory per top-level compilation and give it to every builder of
+// the stylesheet's documents and of the documents of its runs; take a node's pair with
+// GetNodeLocation. Nodes built without a parser (fragments, rebuilt trees) have no location.
+#pragma once
+#include <cstdint>
+
+#include "core/Array.h"
+#include "core/DomString.h"
+#include "core/RefObject.h"
+#include "dom/DocumentBuilder.h"
+#include "xmlparser/ContentHandler.h"
+#include "xslt/XsltException.h"
+
+namespace XsltPrivate {
+
+class CLocator : public Dom::IBuildListener {
+public:
+    CLocator() = default;
+    CLocator(const CLocator&) = delete;
+    CLocator& operator=(const CLocator&) = delete;
+    ~CLocator() override;
+
+    // Builder notifications: the parser's locator (null when parsing ends), then every node as it
+    // is made, the document first. A new document under a known key starts afresh.
+    void SetLocator(Sxp::ILocator* locator) override;
+    void NodeCreated(Dom::CNode* node) override;
+
+    // Records where the node at `location` was read.
+    void AddLocation(const Xslt::SLocation& location, DomStringView uri, DomStringView publicId, int line,
+                     int column);
+    // What AddLocation took for `location`; false if nothing is known.
+    bool GetLocation(const Xslt::SLocation& location, DomString& uri, DomString& publicId, int& line,
+                     int& column) const;
+    // Forgets a document's records, for a document that is gone.
+    void Remove(const void* key);
+
+    // The pair by which a node is located; any node has one, known to the locator or not.
+    static Xslt::SLocation GetNodeLocation(const Dom::CNode* node);
+
+private:
+    struct SRecord {
+        uint32_t nOrder;
+        int nLine;
+        int nColumn;
+    };
+    struct SDocument {
+        const void* pKey;
+        DomString sUri;
+        DomString sPublicId;
+        TArray<SRecord> aRecords;  // ascending by order
+    };
+
+    SDocument* FindDocument(const void* key) const;
+    SDocument* StartDocument(const void* key, DomStringView uri, DomStringView publicId);
+    static void AddRecord(SDocument& document, uint32_t order, int line, int column);
+
+    TRefPtr<Sxp::ILocator> m_pParserLocator;
+    TArray<SDocument*> m_aDocuments;
+    mutable SDocument* m_pLastDocument = nullptr;  // the one most recently used
+};
+
+// One locator per top-level compilation; imported and included documents share it.
+class CLocatorFactory : public CRefObject {
+public:
+    virtual void Create(TRefPtr<CLocator>& locator);
+};
+
+}  // namespace XsltPrivate
