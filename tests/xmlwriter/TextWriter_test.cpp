@@ -68,14 +68,4 @@ TEST(TextWriter, TextSinkReceivesUnitsAsTheyAre) {
     EXPECT_EQ(sink->m_sText, u"<\u20AC\xD83D");
 }
 
-TEST(TextWriter, LargeTextArrivesWhole) {
-    DomString text;
-    std::string expected;
-    for (int i = 0; i < 30000; ++i) {
-        text += u"x\u00E9\u20AC";
-        expected += "x\xC3\xA9\xE2\x82\xAC";
-    }
-    EXPECT_EQ(Serialise(COutputProperties::TextMethod, nullptr, [&](IWriter& w) { Text(w, text); }), expected);
-}
-
 }  // namespace

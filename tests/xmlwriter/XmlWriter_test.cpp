@@ -91,7 +91,6 @@ const SCase kMarkupCases[] = {
      NoEvents, "<?xml version=\"1.1\" encoding=\"utf-8\" standalone=\"yes\"?>\r\n"},
     {"DeclarationWithStandaloneNo", [](COutputProperties& p) { p.SetStandalone(false); }, NoEvents,
      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>\r\n"},
-    {"OmitFalseKeepsDeclaration", [](COutputProperties& p) { p.SetOmitXmlDeclaration(false); }, NoEvents, kDeclaration},
     {"Utf16BeginsWithByteOrderMarkMostSignificantByteFirst",
      [](COutputProperties& p) {
          p.SetEncoding(u"UTF-16");
@@ -228,8 +227,6 @@ const SErrorCase kErrorCases[] = {
     {"EmptyVersion", [](COutputProperties& p) { p.SetVersion(u""); }, NoEvents, "Invalid version number syntax: ''"},
     {"EncodingStartingWithDigit", [](COutputProperties& p) { p.SetEncoding(u"8859"); }, NoEvents,
      "Invalid encoding name syntax: '8859'"},
-    {"EncodingWithSpace", [](COutputProperties& p) { p.SetEncoding(u"UTF 8"); }, NoEvents,
-     "Invalid encoding name syntax: 'UTF 8'"},
     {"LoneSurrogateAtEndOfText", Latin1,
      [](IWriter& w) { w.StartElement(u"a", false, false); Text(w, u"x\xD83D"); },
      "Invalid surrogate pair"},
@@ -237,8 +234,6 @@ const SErrorCase kErrorCases[] = {
      "Unsupported character: '\xE2\x82\xAC'"},
     {"UnencodableCharacterInElementName", Latin1, [](IWriter& w) { w.StartElement(u"\u0100", false, false); },
      "Unsupported character: '\xC4\x80'"},
-    {"UnencodableCharacterInInstruction", Latin1,
-     [](IWriter& w) { w.WriteProcessingInstruction(u"t", u"\u20AC"); }, "Unsupported character: '\xE2\x82\xAC'"},
 };
 INSTANTIATE_TEST_SUITE_P(Codes, XmlWriterError, testing::ValuesIn(kErrorCases),
                          [](const testing::TestParamInfo<SErrorCase>& info) { return std::string(info.param.pName); });
