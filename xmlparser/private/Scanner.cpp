@@ -1,0 +1,608 @@
+// Token scanning and the block readers of text, literals, comments and sections.
+#include "xmlparser/private/Scanner.h"
+
+#include <cstring>
+
+#include "xmlparser/private/CharClass.h"
+#include "xmlparser/private/XmlException.h"
+
+namespace XmlParserPrivate {
+
+namespace {
+
+using Code = Sxp::CParseException;
+
+constexpr SStopSet MakeStops(const char* units) {
+    SStopSet set{};
+    set.m_abStop[0] = true;
+    set.m_abStop['\n'] = true;
+    for (; *units; ++units) set.m_abStop[static_cast<unsigned char>(*units)] = true;
+    return set;
+}
+
+// Every set holds 0 (end of a stream) and the line feed (line counting).
+constexpr SStopSet s_textStops = MakeStops("<&]");
+constexpr SStopSet s_attributeStops = MakeStops("\"'<&\r\t");
+constexpr SStopSet s_commentStops = MakeStops("-");
+constexpr SStopSet s_cdataStops = MakeStops("]");
+constexpr SStopSet s_piStops = MakeStops("?");
+
+// A thousand-fold blow-up of a small document is still allowed; beyond this many units and
+// beyond this multiple of the document's own size, expansion is refused.
+constexpr int64_t s_nExpansionAllowance = 1 << 24;
+constexpr int64_t s_nExpansionFactor = 8;
+
+// The predefined entities. Their replacement texts ("&#60;", ">", "&#38;", "'" and the double
+// quote) each come down to one character, which is appended directly.
+struct SPredefined {
+    const char16_t* pName;
+    DomChar nUnit;
+};
+const SPredefined s_aPredefined[] = {{u"lt", u'<'}, {u"gt", u'>'}, {u"amp", u'&'}, {u"apos", u'\''}, {u"quot", u'"'}};
+
+DomChar PredefinedUnit(DomStringView name) {
+    for (const SPredefined& entity : s_aPredefined) {
+        if (name == entity.pName) return entity.nUnit;
+    }
+    return 0;
+}
+
+int DigitValue(DomChar unit, int base) {
+    if (unit >= u'0' && unit <= u'9') return unit - u'0';
+    if (base == 16 && unit >= u'a' && unit <= u'f') return unit - u'a' + 10;
+    if (base == 16 && unit >= u'A' && unit <= u'F') return unit - u'A' + 10;
+    return -1;
+}
+
+bool IsPublicIdChar(DomChar unit) {
+    if ((unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || (unit >= u'0' && unit <= u'9')) {
+        return true;
+    }
+    return unit < 0x80 && unit != 0 && std::strchr("!#$%'()*+,-./:;=?@_", static_cast<char>(unit)) != nullptr;
+}
+
+}  // namespace
+
+CScanner::CScanner(Sxp::IContentHandler* handler, Sxp::IErrorHandler* errorHandler, DomString publicId,
+                   DomString systemId)
+    : m_pHandler(handler),
+      m_pErrorHandler(errorHandler),
+      m_sPublicId(std::move(publicId)),
+      m_sSystemId(std::move(systemId)),
+      m_pStack(std::make_unique<CStreamStack>(static_cast<IFailure*>(this))) {}
+
+CScanner::~CScanner() = default;
+
+void CScanner::Open(CSourceReader* reader) {
+    m_pReader = reader;
+    m_pStack->Push(reader);
+}
+
+void CScanner::Fail(int code) {
+    Sxp::CParseException* exception = new CXmlException(code, m_sPublicId, m_sSystemId, GetLine(), GetColumn());
+    if (m_pErrorHandler) m_pErrorHandler->FatalError(exception);
+    throw exception;
+}
+
+// ---- tokens ----
+
+int CScanner::NextToken() {
+    int previous = m_nToken;
+    m_pStack->SetEofAllowed(true);
+    for (;;) {
+        DomChar unit = NextChar();
+        int type = -1;
+        if (unit == 0) {
+            type = TokenEnd;
+        } else if (m_bInContent && unit != u'<') {
+            PushBack(unit);
+            type = TokenCharData;
+        } else {
+            switch (CharClass(unit)) {
+            case ClassIllegal:
+                Fail(Code::IllegalCharacter);
+            case ClassSpace:
+                SkipSpaceChars();
+                if (previous == TokenSpaces) continue;  // spaces on both sides of an expansion
+                type = TokenSpaces;
+                break;
+            case ClassNameStart: {
+                m_sToken.assign(1, unit);
+                ReadNameRest(m_sToken);
+                DomChar next = NextChar();
+                type = next == u'?' ? TokenNameOptional
+                     : next == u'*' ? TokenNameStar
+                     : next == u'+' ? TokenNamePlus
+                                    : TokenName;
+                if (type == TokenName) PushBack(next);
+                break;
+            }
+            case ClassNameChar:
+                m_sToken.assign(1, unit);
+                ReadNameRest(m_sToken);
+                type = TokenNameToken;
+                break;
+            case ClassQuote:
+            case ClassApostrophe:
+                m_nQuote = unit;
+                m_nLiteralDepth = m_pStack->GetDepth();
+                type = TokenLiteral;
+                break;
+            case ClassHash: {
+                DomChar next = NextChar();
+                if (!IsNameStartChar(next)) Fail(Code::BadToken);
+                m_sToken.assign(1, next);
+                ReadNameRest(m_sToken);
+                type = TokenHashName;
+                break;
+            }
+            case ClassAmpersand:
+                type = ScanReferenceName() ? TokenEntityRef : TokenLoneReference;
+                break;
+            case ClassPercent:
+                if (!ScanReferenceName()) {
+                    type = TokenLoneReference;
+                    break;
+                }
+                if (const CEntity* entity = m_pDtd ? m_pDtd->FindParameterEntity(m_sToken) : nullptr) {
+                    if (!entity->m_bExternal) {
+                        PushEntity(entity);
+                        continue;
+                    }
+                }
+                type = TokenParameterRef;
+                break;
+            case ClassSlash:
+                if (NextChar() != u'>' || m_bInDeclaration) Fail(Code::BadToken);
+                type = TokenEmptyTagClose;
+                break;
+            case ClassOpenParen:
+                type = TokenOpenParen;
+                break;
+            case ClassCloseParen: {
+                DomChar next = NextChar();
+                type = next == u'?' ? TokenCloseOptional
+                     : next == u'*' ? TokenCloseStar
+                     : next == u'+' ? TokenClosePlus
+                                    : TokenCloseParen;
+                if (type == TokenCloseParen) PushBack(next);
+                break;
+            }
+            case ClassLess:
+                type = ScanMarkupOpen();
+                break;
+            case ClassGreater:
+                type = m_bInDeclaration ? TokenDeclClose : TokenTagClose;
+                break;
+            case ClassEquals:
+                type = TokenEquals;
+                break;
+            case ClassBar:
+                type = TokenBar;
+                break;
+            case ClassComma:
+                type = TokenComma;
+                break;
+            case ClassOpenBracket:
+                type = TokenOpenBracket;
+                break;
+            case ClassCloseBracket:
+                type = TokenCloseBracket;
+                break;
+            default:
+                Fail(Code::BadToken);
+            }
+        }
+        m_pStack->SetEofAllowed(false);
+        m_nToken = type;
+        return type;
+    }
+}
+
+// After "<": a declaration, processing instruction, comment, CDATA section or tag.
+int CScanner::ScanMarkupOpen() {
+    DomChar unit = NextChar();
+    if (unit == u'?') {
+        DomChar next = NextChar();
+        if (!IsNameStartChar(next)) Fail(Code::BadToken);
+        m_sToken.assign(1, next);
+        ReadNameRest(m_sToken);
+        if (!EqualsIgnoringAsciiCase(m_sToken, u"xml")) return TokenPi;
+        if (m_sToken != u"xml") Fail(Code::BadToken);
+        return TokenXmlDecl;
+    }
+    if (unit == u'!') {
+        DomChar next = NextChar();
+        if (IsNameStartChar(next)) {
+            m_sToken.assign(1, next);
+            ReadNameRest(m_sToken);
+            return TokenMarkupDecl;
+        }
+        if (next == u'[') {
+            for (const char16_t* p = u"CDATA["; *p; ++p) {
+                if (NextChar() != *p) Fail(Code::BadToken);
+            }
+            return TokenCData;
+        }
+        if (next != u'-' || NextChar() != u'-') Fail(Code::BadToken);
+        return TokenComment;
+    }
+    if (unit == u'/') return TokenEndTag;
+    PushBack(unit);
+    return TokenStartTag;
+}
+
+// After "&" or "%": a name and ";" make a reference; anything else leaves the sign alone.
+bool CScanner::ScanReferenceName() {
+    DomChar next = NextChar();
+    if (!IsNameStartChar(next)) {
+        PushBack(next);
+        return false;
+    }
+    m_sToken.assign(1, next);
+    ReadNameRest(m_sToken);
+    if (NextChar() != u';') Fail(Code::BadToken);
+    return true;
+}
+
+void CScanner::SkipSpaceChars() {
+    DomChar unit;
+    do {
+        unit = NextChar();
+    } while (IsSpaceChar(unit));
+    PushBack(unit);
+}
+
+// Appends the name characters that follow, scanning the top buffer in blocks.
+void CScanner::ReadNameRest(DomString& name) {
+    for (;;) {
+        CCharStream* top = m_pStack->Top();
+        const DomChar* begin = top->Current();
+        const DomChar* end = top->End();
+        const DomChar* p = begin;
+        while (p < end && IsNameChar(*p)) ++p;
+        if (p > begin) {
+            name.append(begin, static_cast<size_t>(p - begin));
+            top->Advance(static_cast<int>(p - begin));
+        }
+        if (p < end) return;
+        DomChar unit = NextChar();
+        if (!IsNameChar(unit)) {
+            PushBack(unit);
+            return;
+        }
+        name += unit;
+    }
+}
+
+// A name that must begin with a name start and end with ";".
+void CScanner::ReadEntityName(DomString& name) {
+    DomChar unit = NextChar();
+    if (!IsNameStartChar(unit)) Fail(Code::BadEntityReference);
+    name.assign(1, unit);
+    ReadNameRest(name);
+    if (NextChar() != u';') Fail(Code::BadEntityReference);
+}
+
+// After "&#": one to six digits, decimal or, after "x", hexadecimal, and ";".
+uint32_t CScanner::ReadCharRefValue() {
+    DomChar unit = NextChar();
+    int base = 10;
+    if (unit == u'x') {
+        base = 16;
+        unit = NextChar();
+    }
+    uint32_t value = 0;
+    int digits = 0;
+    for (int digit; (digit = DigitValue(unit, base)) >= 0; unit = NextChar()) {
+        if (++digits > 6) Fail(Code::BadCharacterReference);
+        value = value * static_cast<uint32_t>(base) + static_cast<uint32_t>(digit);
+    }
+    if (unit != u';' || digits == 0 || value > 0x10FFFF) Fail(Code::BadCharacterReference);
+    if (value < 0x10000 && !IsLegalChar(static_cast<DomChar>(value))) Fail(Code::BadCharacterReference);
+    return value;
+}
+
+void CScanner::PushEntity(const CEntity* entity) {
+    if (m_pStack->GetDepth() > MaxEntityDepth) Fail(Code::EntityNestingTooDeep);
+    ChargeExpansion(static_cast<int64_t>(entity->m_sText.size()));
+    m_pStack->Push(entity->m_sText.data(), static_cast<int>(entity->m_sText.size()));
+}
+
+void CScanner::ChargeExpansion(int64_t units) {
+    m_nExpanded += units;
+    if (m_nExpanded > s_nExpansionAllowance && m_nExpanded > s_nExpansionFactor * m_pReader->GetUnitsRead()) {
+        Fail(Code::EntityExpansionTooLarge);
+    }
+}
+
+// ---- chunks ----
+
+// Copies the units of the top buffer up to the first that `stops` holds into the chunk.
+void CScanner::CopyRun(const SStopSet& stops) {
+    CCharStream* top = m_pStack->Top();
+    const DomChar* begin = top->Current();
+    const DomChar* end = top->End();
+    const DomChar* p = begin;
+    while (p < end && !(*p < 128 && stops.m_abStop[*p])) ++p;
+    int count = static_cast<int>(p - begin);
+    if (count == 0) return;
+    Append(begin, count);
+    top->Advance(count);
+}
+
+void CScanner::Append(const DomChar* units, int count) {
+    while (count > 0) {
+        int room = ChunkSize - m_nChunk;
+        int n = count < room ? count : room;
+        std::memcpy(m_aChunk + m_nChunk, units, sizeof(DomChar) * static_cast<size_t>(n));
+        m_nChunk += n;
+        units += n;
+        count -= n;
+        if (m_nChunk == ChunkSize) Flush();
+    }
+}
+
+// A supplementary character becomes a surrogate pair, which a chunk border may split.
+void CScanner::AppendCodePoint(uint32_t value) {
+    if (value < 0x10000) {
+        AppendUnit(static_cast<DomChar>(value));
+        return;
+    }
+    value -= 0x10000;
+    AppendUnit(static_cast<DomChar>(0xD800 + (value >> 10)));
+    AppendUnit(static_cast<DomChar>(0xDC00 + (value & 0x3FF)));
+}
+
+void CScanner::Flush() {
+    if (m_nChunk == 0) return;
+    if (m_pCollect) {
+        m_pCollect->append(m_aChunk, static_cast<size_t>(m_nChunk));
+    } else {
+        m_pHandler->Characters(m_aChunk, m_nChunk);
+    }
+    m_nChunk = 0;
+}
+
+// ---- content ----
+
+bool CScanner::ReadCharData() {
+    for (;;) {
+        CopyRun(s_textStops);
+        DomChar unit = NextChar();
+        if (unit == u'<') {
+            PushBack(unit);
+            Flush();
+            return false;
+        }
+        if (unit == u'&') {
+            if (!ReadContentReference()) {
+                Flush();
+                m_nToken = TokenEntityRef;
+                return true;
+            }
+        } else if (unit == u']') {
+            int count = 1;
+            while ((unit = NextChar()) == u']') ++count;
+            if (unit == u'>' && count >= 2) Fail(Code::MisplacedCDataClose);
+            PushBack(unit);
+            while (count-- > 0) AppendUnit(u']');
+        } else {
+            AppendUnit(unit);
+        }
+    }
+}
+
+// After "&" in text: a character reference, or an entity whose text is read on in place.
+// Returns false, with the name as the token text, for an entity that is not expanded.
+bool CScanner::ReadContentReference() {
+    DomChar unit = NextChar();
+    if (unit == u'#') {
+        AppendCodePoint(ReadCharRefValue());
+        return true;
+    }
+    PushBack(unit);
+    ReadEntityName(m_sToken);
+    if (DomChar predefined = PredefinedUnit(m_sToken)) {
+        AppendUnit(predefined);
+        return true;
+    }
+    const CEntity* entity = m_pDtd ? m_pDtd->FindGeneralEntity(m_sToken) : nullptr;
+    if (!entity || entity->m_bExternal) return false;
+    PushEntity(entity);
+    return true;
+}
+
+void CScanner::ReadComment() {
+    m_pHandler->StartComment();
+    for (;;) {
+        CopyRun(s_commentStops);
+        DomChar unit = NextChar();
+        if (unit != u'-') {
+            AppendUnit(unit);
+            continue;
+        }
+        unit = NextChar();
+        if (unit != u'-') {
+            AppendUnit(u'-');
+            PushBack(unit);
+            continue;
+        }
+        if (NextChar() != u'>') Fail(Code::BadComment);
+        Flush();
+        m_pHandler->EndComment();
+        return;
+    }
+}
+
+void CScanner::ReadCData() {
+    m_pHandler->StartCData();
+    for (;;) {
+        CopyRun(s_cdataStops);
+        DomChar unit = NextChar();
+        if (unit != u']') {
+            AppendUnit(unit);
+            continue;
+        }
+        int count = 1;
+        while ((unit = NextChar()) == u']') ++count;
+        if (unit == u'>' && count >= 2) {
+            for (count -= 2; count > 0; --count) AppendUnit(u']');
+            Flush();
+            m_pHandler->EndCData();
+            return;
+        }
+        PushBack(unit);
+        while (count-- > 0) AppendUnit(u']');
+    }
+}
+
+void CScanner::ReadProcessingInstruction() {
+    m_sData.clear();
+    m_pCollect = &m_sData;
+    SkipSpaceChars();
+    for (;;) {
+        CopyRun(s_piStops);
+        DomChar unit = NextChar();
+        if (unit == u'?') {
+            DomChar next = NextChar();
+            if (next == u'>') break;
+            PushBack(next);
+        }
+        AppendUnit(unit);
+    }
+    Flush();
+    m_pCollect = nullptr;
+    m_pHandler->ProcessingInstruction(m_sToken, m_sData);
+}
+
+// ---- literals ----
+
+// True for the literal's own closing quote; a stream ending below the literal's level is an error.
+bool CScanner::IsLiteralEnd(DomChar unit) {
+    int depth = m_pStack->GetDepth();
+    if (depth < m_nLiteralDepth) Fail(Code::UnexpectedEndOfLiteral);
+    return unit == m_nQuote && depth == m_nLiteralDepth;
+}
+
+void CScanner::ReadAttributeValue() {
+    for (;;) {
+        CopyRun(s_attributeStops);
+        DomChar unit = NextChar();
+        if (IsLiteralEnd(unit)) break;
+        switch (unit) {
+        case u'<':
+            Fail(Code::BadAttributeValue);
+        case u'\r':
+        case u'\n':
+        case u'\t':
+            AppendUnit(u' ');
+            break;
+        case u'&':
+            ReadAttributeReference();
+            break;
+        default:
+            AppendUnit(unit);
+        }
+    }
+    Flush();
+}
+
+void CScanner::ReadAttributeValue(DomString& text) {
+    text.clear();
+    m_pCollect = &text;
+    ReadAttributeValue();
+    m_pCollect = nullptr;
+}
+
+// After "&" in an attribute value: every entity must be known and internal.
+void CScanner::ReadAttributeReference() {
+    DomChar unit = NextChar();
+    if (unit == u'#') {
+        uint32_t value = ReadCharRefValue();
+        if (value == u'\r' || value == u'\n' || value == u'\t') value = u' ';
+        AppendCodePoint(value);
+        return;
+    }
+    PushBack(unit);
+    ReadEntityName(m_sName);
+    if (DomChar predefined = PredefinedUnit(m_sName)) {
+        AppendUnit(predefined);
+        return;
+    }
+    const CEntity* entity = m_pDtd ? m_pDtd->FindGeneralEntity(m_sName) : nullptr;
+    if (!entity) Fail(Code::UndefinedGeneralEntity);
+    if (entity->m_bExternal) Fail(Code::ExternalReferenceInAttributeValue);
+    PushEntity(entity);
+}
+
+void CScanner::ReadSystemLiteral(DomString& text) {
+    text.clear();
+    for (DomChar unit; !IsLiteralEnd(unit = NextChar());) text += unit;
+}
+
+// White space is normalised on the way: dropped at both ends, one space inside.
+void CScanner::ReadPublicLiteral(DomString& text) {
+    text.clear();
+    bool pendingSpace = false;
+    for (DomChar unit; !IsLiteralEnd(unit = NextChar());) {
+        if (unit == u' ' || unit == u'\r' || unit == u'\n') {
+            pendingSpace = !text.empty();
+            continue;
+        }
+        if (!IsPublicIdChar(unit)) Fail(Code::BadPublicIdentifier);
+        if (pendingSpace) text += u' ';
+        pendingSpace = false;
+        text += unit;
+    }
+}
+
+void CScanner::ReadEntityValue(DomString& text) {
+    text.clear();
+    for (DomChar unit; !IsLiteralEnd(unit = NextChar());) {
+        if (unit == u'%' || unit == u'&') {
+            PushBack(unit);
+            ReadEntityValueReference(text);
+        } else {
+            text += unit;
+        }
+    }
+}
+
+// In an entity value: parameter entities are expanded, character references resolved, and
+// general entity references kept as they stand.
+void CScanner::ReadEntityValueReference(DomString& text) {
+    DomChar sign = NextChar();
+    DomChar next = NextChar();
+    if (sign == u'&' && next == u'#') {
+        uint32_t value = ReadCharRefValue();
+        if (value < 0x10000) {
+            text += static_cast<DomChar>(value);
+        } else {
+            text += static_cast<DomChar>(0xD800 + ((value - 0x10000) >> 10));
+            text += static_cast<DomChar>(0xDC00 + ((value - 0x10000) & 0x3FF));
+        }
+        return;
+    }
+    PushBack(next);
+    if (sign == u'%' && !IsNameStartChar(next)) {
+        text += sign;
+        return;
+    }
+    ReadEntityName(m_sName);
+    if (sign == u'%') {
+        const CEntity* entity = m_pDtd ? m_pDtd->FindParameterEntity(m_sName) : nullptr;
+        if (entity && !entity->m_bExternal) {
+            PushEntity(entity);
+            return;
+        }
+    } else if (!PredefinedUnit(m_sName)) {
+        const CEntity* entity = m_pDtd ? m_pDtd->FindGeneralEntity(m_sName) : nullptr;
+        if (entity && entity->m_bUnparsed) Fail(Code::UnparsedEntityReference);
+    }
+    text += sign;
+    text += m_sName;
+    text += u';';
+}
+
+}  // namespace XmlParserPrivate
