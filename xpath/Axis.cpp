@@ -1,0 +1,159 @@
+// The axes as pairs of walking rules: where an iteration starts from the origin, and how it
+// moves on from the current node. The document-wide axes use the bare successor and
+// predecessor steps and exclude nothing, so following also gives the origin's descendants and
+// preceding its ancestors.
+#include "xpath/Axis.h"
+
+namespace Xpath {
+
+Dom::CNode* Successor(const Dom::CNode* node, const Dom::CNode* limit) {
+    if (Dom::CNode* child = node->GetFirstChild()) return child;
+    for (const Dom::CNode* c = node; c && c != limit; c = c->GetParentNode())
+        if (Dom::CNode* next = c->GetNextSibling()) return next;
+    return nullptr;
+}
+
+Dom::CNode* Predecessor(const Dom::CNode* node) {
+    Dom::CNode* previous = node->GetPreviousSibling();
+    if (!previous) return node->GetParentNode();
+    while (Dom::CNode* last = previous->GetLastChild()) previous = last;
+    return previous;
+}
+
+bool CAxisNodeSet::Retarget(Dom::CNode* origin) {
+    m_origin = origin;
+    m_nLength = -1;
+    return true;
+}
+
+namespace {
+
+// `TWalk` gives First(origin) and After(current, origin, position), position being that of
+// the current node.
+template <class TWalk>
+class TAxisIterator : public CNodeIterator {
+public:
+    explicit TAxisIterator(CAxisNodeSet* set) : CNodeIterator(set), m_origin(set->GetOrigin()) {
+        MoveTo(TWalk::First(m_origin));
+    }
+    void Next() override {
+        if (Dom::CNode* current = Current()) MoveTo(TWalk::After(current, m_origin, m_nPosition));
+    }
+    bool Restart() override {
+        m_origin = static_cast<CAxisNodeSet*>(m_pNodeSet.Get())->GetOrigin();
+        Rewind();
+        MoveTo(TWalk::First(m_origin));
+        return true;
+    }
+
+private:
+    Dom::TNodeRef m_origin;
+};
+
+template <class TWalk, bool Reverse>
+class TAxisNodeSet : public CAxisNodeSet {
+public:
+    explicit TAxisNodeSet(Dom::CNode* origin) : CAxisNodeSet(origin, Reverse) {}
+    void CreateIterator(TRefPtr<CNodeIterator>& iterator) override { iterator = new TAxisIterator<TWalk>(this); }
+};
+
+struct SChildWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin->GetFirstChild(); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return current->GetNextSibling(); }
+};
+struct SDescendantWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin->GetFirstChild(); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode* origin, int32_t) { return Successor(current, origin); }
+};
+struct SParentWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin->GetParentNode(); }
+    static Dom::CNode* After(Dom::CNode*, Dom::CNode*, int32_t) { return nullptr; }
+};
+struct SAncestorWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin->GetParentNode(); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return current->GetParentNode(); }
+};
+struct SFollowingSiblingWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin->GetNextSibling(); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return current->GetNextSibling(); }
+};
+struct SPrecedingSiblingWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin->GetPreviousSibling(); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return current->GetPreviousSibling(); }
+};
+struct SFollowingWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return Successor(origin, nullptr); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return Successor(current, nullptr); }
+};
+struct SPrecedingWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return Predecessor(origin); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return Predecessor(current); }
+};
+// The index of the next item is the position of the current one.
+struct SAttributeWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return After(nullptr, origin, 0); }
+    static Dom::CNode* After(Dom::CNode*, Dom::CNode* origin, int32_t position) {
+        return position < origin->GetAttributeCount() ? origin->GetAttributeAt(position) : nullptr;
+    }
+};
+struct SNamespaceWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return After(nullptr, origin, 0); }
+    static Dom::CNode* After(Dom::CNode*, Dom::CNode* origin, int32_t position) {
+        return position < origin->GetNamespaceCount() ? origin->GetNamespaceAt(position) : nullptr;
+    }
+};
+struct SSelfWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin; }
+    static Dom::CNode* After(Dom::CNode*, Dom::CNode*, int32_t) { return nullptr; }
+};
+struct SDescendantOrSelfWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin; }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode* origin, int32_t) { return Successor(current, origin); }
+};
+struct SAncestorOrSelfWalk {
+    static Dom::CNode* First(Dom::CNode* origin) { return origin; }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return current->GetParentNode(); }
+};
+
+}  // namespace
+
+#define KST_XPATH_AXIS_BODY(Name, Kind, Walk, Reverse)                                    \
+    int32_t Name::GetKind() const { return Kind; }                                       \
+    void Name::GetNodeSet(TRefPtr<CNodeSet>& nodeSet, Dom::CNode* node) const {          \
+        nodeSet = new TAxisNodeSet<Walk, Reverse>(node);                                 \
+    }
+KST_XPATH_AXIS_BODY(CChildAxis, AxisChild, SChildWalk, false)
+KST_XPATH_AXIS_BODY(CDescendantAxis, AxisDescendant, SDescendantWalk, false)
+KST_XPATH_AXIS_BODY(CParentAxis, AxisParent, SParentWalk, false)
+KST_XPATH_AXIS_BODY(CAncestorAxis, AxisAncestor, SAncestorWalk, false)
+KST_XPATH_AXIS_BODY(CFollowingSiblingAxis, AxisFollowingSibling, SFollowingSiblingWalk, false)
+KST_XPATH_AXIS_BODY(CPrecedingSiblingAxis, AxisPrecedingSibling, SPrecedingSiblingWalk, true)
+KST_XPATH_AXIS_BODY(CFollowingAxis, AxisFollowing, SFollowingWalk, false)
+KST_XPATH_AXIS_BODY(CPrecedingAxis, AxisPreceding, SPrecedingWalk, true)
+KST_XPATH_AXIS_BODY(CAttributeAxis, AxisAttribute, SAttributeWalk, false)
+KST_XPATH_AXIS_BODY(CNamespaceAxis, AxisNamespace, SNamespaceWalk, false)
+KST_XPATH_AXIS_BODY(CSelfAxis, AxisSelf, SSelfWalk, false)
+KST_XPATH_AXIS_BODY(CDescendantOrSelfAxis, AxisDescendantOrSelf, SDescendantOrSelfWalk, false)
+KST_XPATH_AXIS_BODY(CAncestorOrSelfAxis, AxisAncestorOrSelf, SAncestorOrSelfWalk, true)
+#undef KST_XPATH_AXIS_BODY
+
+void CAxis::Create(TRefPtr<CAxis>& axis, int32_t kind) {
+    switch (kind) {
+        case AxisChild: axis = new CChildAxis(); break;
+        case AxisDescendant: axis = new CDescendantAxis(); break;
+        case AxisParent: axis = new CParentAxis(); break;
+        case AxisAncestor: axis = new CAncestorAxis(); break;
+        case AxisFollowingSibling: axis = new CFollowingSiblingAxis(); break;
+        case AxisPrecedingSibling: axis = new CPrecedingSiblingAxis(); break;
+        case AxisFollowing: axis = new CFollowingAxis(); break;
+        case AxisPreceding: axis = new CPrecedingAxis(); break;
+        case AxisAttribute: axis = new CAttributeAxis(); break;
+        case AxisNamespace: axis = new CNamespaceAxis(); break;
+        case AxisSelf: axis = new CSelfAxis(); break;
+        case AxisDescendantOrSelf: axis = new CDescendantOrSelfAxis(); break;
+        case AxisAncestorOrSelf: axis = new CAncestorOrSelfAxis(); break;
+        default: axis = nullptr; break;
+    }
+}
+
+}  // namespace Xpath

@@ -1,0 +1,67 @@
+// Node tests. The name tests read the interned name records, so a match costs no allocation;
+// a prefix is resolved only once a node of the right type (and local name) comes along.
+#include "xpath/NodeTest.h"
+
+#include "xpath/Expression.h"
+
+namespace Xpath {
+
+namespace {
+
+bool IsNamedType(const Dom::CNode* node) {
+    int type = node->GetNodeType();
+    return type == Dom::ELEMENT_NODE || type == Dom::ATTRIBUTE_NODE || type == Dom::NAMESPACE_NODE;
+}
+
+// The local name a name test sees: a namespace node is named by its prefix.
+DomStringView NameOf(const Dom::CNode* node) {
+    if (node->GetNodeType() == Dom::NAMESPACE_NODE) return static_cast<const Dom::CNamespaceNode*>(node)->m_sPrefix;
+    return node->GetName()->m_sLocalName;
+}
+
+DomStringView UriOf(const Dom::CNode* node) {
+    if (node->GetNodeType() == Dom::NAMESPACE_NODE) return DomStringView();
+    return node->GetName()->m_sNamespaceUri;
+}
+
+// The URI of `prefix`, in a buffer reused across calls (there is one thread, and a resolver
+// does not evaluate XPath), so that matching many nodes allocates nothing.
+DomStringView ResolveInBuffer(CContext* context, const DomString& prefix) {
+    static DomString s_uri;
+    ResolvePrefix(context, prefix, s_uri);
+    return s_uri;
+}
+
+}  // namespace
+
+bool CAnyNameTest::Matches(CContext*, const Dom::CNode* node) const { return IsNamedType(node); }
+
+bool CNamespaceTest::Matches(CContext* context, const Dom::CNode* node) const {
+    if (!IsNamedType(node)) return false;
+    return UriOf(node) == ResolveInBuffer(context, m_sPrefix);
+}
+
+bool CNameTest::Matches(CContext* context, const Dom::CNode* node) const {
+    if (!IsNamedType(node) || NameOf(node) != m_sLocalName) return false;
+    DomStringView uri = UriOf(node);
+    if (m_sPrefix.empty()) return uri.empty();
+    return uri == ResolveInBuffer(context, m_sPrefix);
+}
+
+bool CCommentTest::Matches(CContext*, const Dom::CNode* node) const {
+    return node->GetNodeType() == Dom::COMMENT_NODE;
+}
+
+bool CTextTest::Matches(CContext*, const Dom::CNode* node) const {
+    int type = node->GetNodeType();
+    return type == Dom::TEXT_NODE || type == Dom::CDATA_SECTION_NODE;
+}
+
+bool CProcessingInstructionTest::Matches(CContext*, const Dom::CNode* node) const {
+    if (node->GetNodeType() != Dom::PROCESSING_INSTRUCTION_NODE) return false;
+    return !m_bHasTarget || static_cast<const Dom::CProcessingInstruction*>(node)->GetTargetView() == m_sTarget;
+}
+
+bool CAnyNodeTest::Matches(CContext*, const Dom::CNode*) const { return true; }
+
+}  // namespace Xpath

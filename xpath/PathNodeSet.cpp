@@ -1,0 +1,175 @@
+// Walking a path level by level. Both path sets keep, per element, a live iterator and the
+// context derived from it for the next element. When the next element is a step opened
+// again for another node, its chain of sets and iterators is retargeted instead of rebuilt,
+// so a path walk allocates nothing per node. Both walks are loops, not recursion, so the
+// number of steps does not reach the stack.
+#include "xpath/PathNodeSet.h"
+
+#include "xpath/Context.h"
+#include "xpath/PathExpr.h"
+#include "xpath/SortedNodeList.h"
+#include "xpath/Value.h"
+
+namespace Xpath {
+
+void EvaluateNodeSet(TRefPtr<CNodeSet>& nodeSet, const CExpression* expression, CContext* context) {
+    if (const CStepExpr* step = expression->AsStep()) return step->GetNodeSet(nodeSet, context);
+    TRefPtr<CValue> value;
+    expression->Evaluate(value, context);
+    nodeSet = RequireNodeSet(value);
+}
+
+namespace {
+
+// The per-element state of a walk over the elements of a path.
+class CPathLevels {
+public:
+    CPathLevels(CContext* context, const TArray<TRefPtr<CExpression>>& elements)
+        : m_pContext(context), m_aElements(elements) {
+        m_aLevels.SetSize(elements.GetSize());
+    }
+    int GetCount() const { return m_aLevels.GetSize(); }
+    CNodeIterator* GetIterator(int level) const { return m_aLevels[level].m_pIterator; }
+
+    // Opens element `level` under the current node of the level before it (under the set's
+    // context for level 0); the iterator then stands on its first node.
+    void Open(int level) {
+        SLevel& state = m_aLevels[level];
+        CContext* context = level == 0 ? m_pContext.Get() : m_aLevels[level - 1].m_pDerived.Get();
+        if (!Reopen(state, context)) {
+            TRefPtr<CNodeSet> nodeSet;
+            EvaluateNodeSet(nodeSet, m_aElements[level], context);
+            nodeSet->CreateIterator(state.m_pIterator);
+            state.m_pOpenedUnder = context;
+            state.m_pDerived = new CContext(m_pContext, state.m_pIterator);
+        }
+    }
+
+private:
+    struct SLevel {
+        TRefPtr<CNodeIterator> m_pIterator;
+        // The context the iterator's sets were made under, and the one derived from it.
+        TRefPtr<CContext> m_pOpenedUnder;
+        TRefPtr<CContext> m_pDerived;
+    };
+
+    // Moves the level's chain to the new context node when it was made under the same
+    // (live) context and nobody else holds its node-set.
+    static bool Reopen(SLevel& state, CContext* context) {
+        if (!state.m_pIterator || state.m_pOpenedUnder.Get() != context) return false;
+        CNodeSet* nodeSet = state.m_pIterator->GetNodeSet();
+        Dom::CNode* node = context->GetNode();
+        return node && nodeSet->GetRefCount() == 1 && nodeSet->Retarget(node) && state.m_pIterator->Restart();
+    }
+
+    TRefPtr<CContext> m_pContext;
+    const TArray<TRefPtr<CExpression>>& m_aElements;  // held by the set that owns the walk
+    TArray<SLevel> m_aLevels;
+};
+
+// Nested iteration, the last element varying fastest.
+class CStreamingPathIterator : public CNodeIterator {
+public:
+    explicit CStreamingPathIterator(CStreamingPathNodeSet* set)
+        : CNodeIterator(set), m_levels(set->GetContext(), set->GetElements()) {
+        MoveTo(Descend(0) ? m_levels.GetIterator(m_levels.GetCount() - 1)->Current() : nullptr);
+    }
+    void Next() override {
+        if (!Current()) return;
+        int level = Backtrack(m_levels.GetCount() - 1);
+        bool found = level >= 0 && Descend(level + 1);
+        MoveTo(found ? m_levels.GetIterator(m_levels.GetCount() - 1)->Current() : nullptr);
+    }
+
+private:
+    // Advances the iterators from `level` upwards until one has a node; -1 when all are done.
+    int Backtrack(int level) {
+        for (; level >= 0; --level) {
+            CNodeIterator* iterator = m_levels.GetIterator(level);
+            iterator->Next();
+            if (iterator->Current()) break;
+        }
+        return level;
+    }
+    // Opens the levels from `level` down to the last, backtracking over empty ones.
+    bool Descend(int level) {
+        int count = m_levels.GetCount();
+        while (level < count) {
+            m_levels.Open(level);
+            if (m_levels.GetIterator(level)->Current()) {
+                ++level;
+                continue;
+            }
+            level = Backtrack(level - 1);
+            if (level < 0) return false;
+            ++level;
+        }
+        return true;
+    }
+
+    CPathLevels m_levels;
+};
+
+class CResultIterator : public CNodeIterator {
+public:
+    CResultIterator(CNodeSet* set, CSortedNodeList* list) : CNodeIterator(set), m_pList(list) { Next(); }
+    void Next() override { MoveTo(m_nIndex < m_pList->GetCount() ? m_pList->GetAt(m_nIndex++) : nullptr); }
+
+private:
+    TRefPtr<CSortedNodeList> m_pList;
+    int32_t m_nIndex = 0;
+};
+
+}  // namespace
+
+CStreamingPathNodeSet::CStreamingPathNodeSet(CContext* context) : m_pContext(context) {}
+CStreamingPathNodeSet::~CStreamingPathNodeSet() = default;
+
+void CStreamingPathNodeSet::CreateIterator(TRefPtr<CNodeIterator>& iterator) {
+    iterator = new CStreamingPathIterator(this);
+}
+
+CCollectedPathNodeSet::CCollectedPathNodeSet(CContext* context) : m_pContext(context) {}
+CCollectedPathNodeSet::~CCollectedPathNodeSet() = default;
+
+void CCollectedPathNodeSet::CreateIterator(TRefPtr<CNodeIterator>& iterator) {
+    if (!m_pResult) Collect();
+    iterator = new CResultIterator(this, m_pResult);
+}
+
+int32_t CCollectedPathNodeSet::GetLength() {
+    if (!m_pResult) Collect();
+    return m_pResult->GetCount();
+}
+
+// Depth first over the levels. Each level's list is its visited set: a node reached twice at
+// the same level is expanded once. The last list is the result, in document order.
+void CCollectedPathNodeSet::Collect() {
+    int count = m_aElements.GetSize();
+    CSortedNodeListFactory* factory = m_pContext->GetExtensionTypes()->GetListFactory();
+    TArray<TRefPtr<CSortedNodeList>> lists;
+    lists.SetSize(count);
+    for (TRefPtr<CSortedNodeList>& list : lists) factory->Create(list, m_pContext->GetNodeOrder());
+    CPathLevels levels(m_pContext, m_aElements);
+    int level = 0;
+    levels.Open(0);
+    while (level >= 0) {
+        CNodeIterator* iterator = levels.GetIterator(level);
+        Dom::CNode* node = iterator->Current();
+        if (!node) {
+            if (--level >= 0) levels.GetIterator(level)->Next();
+            continue;
+        }
+        if (!lists[level]->Contains(node)) {
+            lists[level]->Insert(node);
+            if (level + 1 < count) {
+                levels.Open(++level);
+                continue;
+            }
+        }
+        iterator->Next();
+    }
+    m_pResult = lists[count - 1];
+}
+
+}  // namespace Xpath
