@@ -1,0 +1,65 @@
+// Scope chains and identifier resolution.
+#include "ecmascript/Context.h"
+
+#include "ecmascript/GlobalObject.h"
+#include "ecmascript/RuntimeError.h"
+
+namespace EcmaScript {
+
+CContext::CContext(CGlobalObject* global) : m_pGlobal(global), m_pVariableObject(global), m_pThis(global) {
+    PushScope(global);
+}
+
+CContext::CContext(CGlobalObject* global, CObject* activation, CObject* thisObject)
+    : m_pGlobal(global), m_pVariableObject(activation), m_pThis(thisObject ? thisObject : global),
+      m_pActivation(activation) {
+    PushScope(global);
+    PushScope(activation);
+}
+
+CContext::CContext(const CContext& caller)
+    : m_pGlobal(caller.m_pGlobal), m_pVariableObject(caller.m_pVariableObject), m_pThis(caller.m_pThis),
+      m_pActivation(caller.m_pActivation) {
+    for (int i = 0; i < caller.m_nDepth; ++i) PushScope(caller.GetScope(i));
+}
+
+void CContext::PushScope(CObject* object) {
+    if (m_nDepth < kInline) {
+        m_apInline[m_nDepth] = object;
+    } else {
+        m_aMore.Add(TRefPtr<CObject>(object));
+    }
+    ++m_nDepth;
+}
+
+void CContext::PopScope() {
+    --m_nDepth;
+    if (m_nDepth < kInline) {
+        m_apInline[m_nDepth] = nullptr;
+    } else {
+        m_aMore.RemoveLast();
+    }
+}
+
+CObject* CContext::FindScope(const CName& name) const {
+    for (int i = m_nDepth - 1; i >= 0; --i) {
+        CObject* scope = GetScope(i);
+        if (scope->HasProperty(name)) return scope;
+    }
+    return nullptr;
+}
+
+void CContext::Resolve(const CName& name, CReference& reference) const { reference.pBase = FindScope(name); }
+
+TRefPtr<CValue> CContext::Lookup(const CName& name) const {
+    CObject* scope = FindScope(name);
+    if (!scope) throw new CRuntimeError(CRuntimeError::InvalidReference, new CReferenceValue(nullptr, name));
+    return scope->Get(name);
+}
+
+void CContext::Assign(const CName& name, CValue* value) const {
+    CObject* scope = FindScope(name);
+    (scope ? scope : m_pGlobal)->Put(name, value);
+}
+
+}  // namespace EcmaScript

@@ -1,0 +1,53 @@
+// An execution context: the scope chain (innermost last), the variable object that receives
+// declarations, and `this`. Contexts live on the stack of whoever runs code.
+#pragma once
+#include "core/Array.h"
+#include "ecmascript/Object.h"
+
+namespace EcmaScript {
+
+class CGlobalObject;
+
+class CContext {
+public:
+    // Global code: the global object is chain, variable object and `this`.
+    explicit CContext(CGlobalObject* global);
+    // Function code: the global object and the activation object; `this` defaults to global.
+    CContext(CGlobalObject* global, CObject* activation, CObject* thisObject);
+    // Eval code: a copy of the caller's chain, variable object and `this`.
+    CContext(const CContext& caller);
+    CContext& operator=(const CContext&) = delete;
+
+    CGlobalObject* GetGlobal() const { return m_pGlobal; }
+    CObject* GetVariableObject() const { return m_pVariableObject; }
+    CObject* GetThis() const { return m_pThis; }
+    // The activation object of function code, none in global code.
+    CObject* GetActivation() const { return m_pActivation; }
+
+    int GetScopeDepth() const { return m_nDepth; }
+    CObject* GetScope(int index) const { return index < kInline ? m_apInline[index].Get() : m_aMore[index - kInline].Get(); }
+    void PushScope(CObject* object);
+    void PopScope();
+
+    // Finds the innermost object of the chain that has the name; none gives a reference
+    // without base.
+    void Resolve(const CName& name, CReference& reference) const;
+    // GetValue of the identifier: fails with "GetValue: invalid reference" when unresolved.
+    TRefPtr<CValue> Lookup(const CName& name) const;
+    // PutValue of the identifier: an unresolved name lands on the global object.
+    void Assign(const CName& name, CValue* value) const;
+
+private:
+    CObject* FindScope(const CName& name) const;
+
+    static const int kInline = 3;
+    TRefPtr<CObject> m_apInline[kInline];
+    TArray<TRefPtr<CObject>> m_aMore;
+    int m_nDepth = 0;
+    CGlobalObject* m_pGlobal;
+    TRefPtr<CObject> m_pVariableObject;
+    TRefPtr<CObject> m_pThis;
+    CObject* m_pActivation = nullptr;
+};
+
+}  // namespace EcmaScript

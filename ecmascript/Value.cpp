@@ -1,0 +1,67 @@
+// The value classes and the shared immutable values.
+#include "ecmascript/Value.h"
+
+#include "ecmascript/Object.h"
+
+namespace EcmaScript {
+
+namespace {
+
+// Shared values are counted once at creation, so that no release ever frees them.
+template <class T, class... A>
+CValue* MakeShared(A... arguments) {
+    CValue* value = new T(arguments...);
+    value->AddRef();
+    return value;
+}
+
+const int kSmallestCached = -128;
+const int kLargestCached = 1023;
+
+}  // namespace
+
+const DomString& CValue::GetString() const {
+    static const DomString empty;
+    return empty;
+}
+
+CValue* CValue::Undefined() {
+    static CValue* value = MakeShared<CUndefinedValue>();
+    return value;
+}
+
+CValue* CValue::Null() {
+    static CValue* value = MakeShared<CNullValue>();
+    return value;
+}
+
+CValue* CValue::Boolean(bool flag) {
+    static CValue* trueValue = MakeShared<CBooleanValue>(true);
+    static CValue* falseValue = MakeShared<CBooleanValue>(false);
+    return flag ? trueValue : falseValue;
+}
+
+// Small integers are shared: loop counters and indexes then cost no allocation.
+TRefPtr<CValue> CValue::Number(const CNumber& number) {
+    if (number.IsInteger() && number.GetInteger() >= kSmallestCached && number.GetInteger() <= kLargestCached) {
+        static CValue* cache[kLargestCached - kSmallestCached + 1];
+        CValue*& slot = cache[number.GetInteger() - kSmallestCached];
+        if (!slot) slot = MakeShared<CNumberValue>(number);
+        return slot;
+    }
+    return new CNumberValue(number);
+}
+
+TRefPtr<CValue> CValue::String(DomString text) { return new CStringValue(std::move(text)); }
+
+TRefPtr<CValue> CValue::Object(CObject* object) { return new CObjectValue(object); }
+
+CObjectValue::CObjectValue(CObject* object) : m_pObject(object) { m_pObject->AddRef(); }
+
+CObjectValue::~CObjectValue() { m_pObject->Release(); }
+
+CReferenceValue::CReferenceValue(CObject* base, CName name) : m_reference{base, std::move(name)} {}
+
+CReferenceValue::~CReferenceValue() = default;
+
+}  // namespace EcmaScript

@@ -1,0 +1,151 @@
+// The counted script values: undefined, null, boolean, string, number, object, reference and
+// list, with type codes 0 to 7. Accessors of the wrong type give an empty answer; they never
+// convert (the conversions are in Conversions.h).
+#pragma once
+#include "core/Array.h"
+#include "core/RefObject.h"
+#include "ecmascript/Name.h"
+#include "ecmascript/Number.h"
+
+namespace EcmaScript {
+
+class CObject;
+class CValue;
+class CValueList;
+
+enum EValueType {
+    TypeUndefined = 0,
+    TypeNull = 1,
+    TypeBoolean = 2,
+    TypeString = 3,
+    TypeNumber = 4,
+    TypeObject = 5,
+    TypeReference = 6,
+    TypeList = 7
+};
+
+// A base object (or none) and a property name.
+struct CReference {
+    TRefPtr<CObject> pBase;
+    CName name;
+};
+
+class CValue : public CRefObject {
+public:
+    virtual int GetType() const = 0;
+    virtual bool GetBoolean() const { return false; }
+    virtual const DomString& GetString() const;
+    virtual CNumber GetNumber() const { return CNumber(); }
+    // The object of an object value; the value keeps it alive.
+    virtual CObject* GetObject() const { return nullptr; }
+    virtual const CReference* GetReference() const { return nullptr; }
+    virtual const CValueList* GetList() const { return nullptr; }
+    virtual void* GetSpare() const { return nullptr; }
+
+    // Shared immutable values.
+    static CValue* Undefined();
+    static CValue* Null();
+    static CValue* Boolean(bool value);
+    static TRefPtr<CValue> Number(const CNumber& number);
+    static TRefPtr<CValue> Integer(int32_t value) { return Number(CNumber::FromInteger(value)); }
+    static TRefPtr<CValue> String(DomString text);
+    static TRefPtr<CValue> Object(CObject* object);
+};
+
+class CUndefinedValue : public CValue {
+public:
+    int GetType() const override { return TypeUndefined; }
+};
+
+class CNullValue : public CValue {
+public:
+    int GetType() const override { return TypeNull; }
+};
+
+class CBooleanValue : public CValue {
+public:
+    explicit CBooleanValue(bool value) : m_bValue(value) {}
+    int GetType() const override { return TypeBoolean; }
+    bool GetBoolean() const override { return m_bValue; }
+
+private:
+    bool m_bValue;
+};
+
+class CStringValue : public CValue {
+public:
+    explicit CStringValue(DomString text) : m_sText(std::move(text)) {}
+    int GetType() const override { return TypeString; }
+    const DomString& GetString() const override { return m_sText; }
+
+private:
+    DomString m_sText;
+};
+
+class CNumberValue : public CValue {
+public:
+    explicit CNumberValue(const CNumber& number) : m_number(number) {}
+    int GetType() const override { return TypeNumber; }
+    CNumber GetNumber() const override { return m_number; }
+
+private:
+    CNumber m_number;
+};
+
+class CObjectValue : public CValue {
+public:
+    explicit CObjectValue(CObject* object);
+    ~CObjectValue() override;
+    int GetType() const override { return TypeObject; }
+    CObject* GetObject() const override { return m_pObject; }
+
+private:
+    CObject* m_pObject;
+};
+
+class CReferenceValue : public CValue {
+public:
+    CReferenceValue(CObject* base, CName name);
+    ~CReferenceValue() override;
+    int GetType() const override { return TypeReference; }
+    const CReference* GetReference() const override { return &m_reference; }
+
+private:
+    CReference m_reference;
+};
+
+// The evaluated arguments of a call, in order. A missing position reads as undefined.
+class CValueList {
+public:
+    int GetSize() const { return m_aValues.GetSize(); }
+    CValue* Get(int index) const { return index < m_aValues.GetSize() ? m_aValues[index].Get() : CValue::Undefined(); }
+    CValue* operator[](int index) const { return Get(index); }
+    void Add(CValue* value) { m_aValues.Add(TRefPtr<CValue>(value)); }
+    void Add(TRefPtr<CValue>&& value) { m_aValues.Add(std::move(value)); }
+    void Clear() { m_aValues.Clear(); }
+    void Reserve(int count) { m_aValues.Reserve(count); }
+
+private:
+    TArray<TRefPtr<CValue>> m_aValues;
+};
+
+class CListValue : public CValue {
+public:
+    CListValue() = default;
+    explicit CListValue(CValueList values) : m_values(std::move(values)) {}
+    int GetType() const override { return TypeList; }
+    const CValueList* GetList() const override { return &m_values; }
+    CValueList& GetValues() { return m_values; }
+
+private:
+    CValueList m_values;
+};
+
+// What a statement's execution gives: normal, break, continue or return, with a value or none.
+struct CCompletion {
+    enum EKind { Normal = 0, Break = 1, Continue = 2, Return = 3 };
+    int nKind = Normal;
+    TRefPtr<CValue> pValue;
+};
+
+}  // namespace EcmaScript
