@@ -25,16 +25,6 @@ void CCharStream::Close() {
     m_nColumn = 0;
 }
 
-void CCharStream::Unread(DomChar unit) {
-    if (m_nPos == 0) return;  // more than the front room holds; the scanner never does this
-    m_aBuffer[--m_nPos] = unit;
-    if (unit == u'\n') {
-        --m_nLine;
-    } else if (unit != 0) {
-        --m_nColumn;
-    }
-}
-
 bool CCharStream::Refill() {
     int count = 0;
     if (m_pSource) {

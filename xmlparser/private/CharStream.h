@@ -35,7 +35,15 @@ public:
         return unit;
     }
     // Puts a unit back and takes back its count; a line feed leaves the column at 0.
-    void Unread(DomChar unit);
+    void Unread(DomChar unit) {
+        if (m_nPos == 0) return;  // more than the front room holds; the scanner never does this
+        m_aBuffer[--m_nPos] = unit;
+        if (unit == u'\n') {
+            --m_nLine;
+        } else if (unit != 0) {
+            --m_nColumn;
+        }
+    }
 
     // The buffered units not yet read, for scanning in blocks.
     const DomChar* Current() const { return m_aBuffer + m_nPos; }

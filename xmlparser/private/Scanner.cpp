@@ -109,12 +109,12 @@ int CScanner::NextToken() {
             case ClassNameStart: {
                 m_sToken.assign(1, unit);
                 ReadNameRest(m_sToken);
-                DomChar next = NextChar();
+                DomChar next = PeekChar();
                 type = next == u'?' ? TokenNameOptional
                      : next == u'*' ? TokenNameStar
                      : next == u'+' ? TokenNamePlus
                                     : TokenName;
-                if (type == TokenName) PushBack(next);
+                if (type != TokenName) NextChar();
                 break;
             }
             case ClassNameChar:
@@ -160,12 +160,12 @@ int CScanner::NextToken() {
                 type = TokenOpenParen;
                 break;
             case ClassCloseParen: {
-                DomChar next = NextChar();
+                DomChar next = PeekChar();
                 type = next == u'?' ? TokenCloseOptional
                      : next == u'*' ? TokenCloseStar
                      : next == u'+' ? TokenClosePlus
                                     : TokenCloseParen;
-                if (type == TokenCloseParen) PushBack(next);
+                if (type != TokenCloseParen) NextChar();
                 break;
             }
             case ClassLess:

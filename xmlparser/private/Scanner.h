@@ -78,6 +78,7 @@ public:
 
     // Characters.
     DomChar NextChar() { return m_pStack->NextChar(); }
+    DomChar PeekChar() { return m_pStack->PeekChar(); }
     void PushBack(DomChar unit) { m_pStack->PushBack(unit); }
 
     // Character data up to "<"; returns true if it stopped at an entity reference that is

@@ -29,6 +29,14 @@ public:
         if (top && top->HasBuffered() && *top->Current() != 0) return top->Next();
         return NextCharSlow();
     }
+    // The next unit without taking it.
+    DomChar PeekChar() {
+        CCharStream* top = m_pTop;
+        if (top && top->HasBuffered() && *top->Current() != 0) return *top->Current();
+        DomChar unit = NextCharSlow();
+        PushBack(unit);
+        return unit;
+    }
     void PushBack(DomChar unit) {
         if (m_pTop && unit != 0) m_pTop->Unread(unit);
     }
