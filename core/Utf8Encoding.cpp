@@ -27,6 +27,10 @@ int CUtf8Encoding::Decode(const unsigned char* bytes, int byteCount, int& bytesC
     int pos = 0;
     int out = 0;
     while (pos < byteCount && out < unitCapacity) {
+        if (bytes[pos] < 0x80) {  // ASCII decodes to itself; the parser's hot path
+            units[out++] = bytes[pos++];
+            continue;
+        }
         int length = m_anLength[bytes[pos]];
         if (length > byteCount - pos) {
             incomplete = true;
