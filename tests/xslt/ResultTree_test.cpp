@@ -89,6 +89,32 @@ TEST_F(ResultTreeTest, GeneratedPrefixCounterContinuesFromParent) {
               "|<__1__:e|</__1__:e>|</__2__:a>");
 }
 
+// Past a few entries the lookups go through hash indexes; they must agree with the scans.
+TEST_F(ResultTreeTest, ManyBindingsAndAttributesKeepTheirRules) {
+    const int count = 40;
+    auto numbered = [](const char16_t* stem, int i) { return stem + Core::Ascii(std::to_string(i)); };
+    m_pTree->StartDocument();
+    m_pTree->StartElement(u"e", u"urn:0");
+    std::string expected = "[doc|<p0:e";
+    std::string attributes;
+    for (int i = 0; i < count; ++i) {
+        Namespace(numbered(u"p", i), numbered(u"urn:", i));
+        expected += "|xmlns:p" + std::to_string(i) + "=urn:" + std::to_string(i);
+    }
+    for (int i = 0; i < count; ++i) {
+        Attribute(numbered(u"a", i), numbered(u"urn:", i), u"1");
+        attributes += "|p" + std::to_string(i) + ":a" + std::to_string(i) + "=" + (i == 30 ? "2" : "1");
+    }
+    Attribute(u"a30", u"urn:30", u"2");
+    m_pTree->StartElement(u"c", u"urn:7");
+    Namespace(u"p3", u"urn:other");
+    Attribute(u"b", u"urn:3", u"3");
+    m_pTree->EndElement();
+    m_pTree->EndElement();
+    expected += attributes + "|<p7:c|xmlns:p3=urn:other|xmlns:__1__=urn:3|__1__:b=3|</p7:c>|</p0:e>";
+    EXPECT_EQ(Events(), expected);
+}
+
 TEST_F(ResultTreeTest, RepeatedAttributeKeepsFirstPlaceAndLastValue) {
     m_pTree->StartDocument();
     m_pTree->StartElement(u"a", u"");

@@ -1,5 +1,5 @@
-// Namespace bindings of the result tree. Maps hold a handful of entries, so lookups scan from
-// the newest entry back, comparing the stored hash before the text.
+// Namespace bindings of the result tree. Maps mostly hold a handful of entries, which lookups
+// scan from the newest back, comparing the stored hash first; larger maps use hash indexes.
 #include "xslt/private/NamespaceMap.h"
 
 #include "core/Hash.h"
@@ -26,6 +26,7 @@ void CNamespaceMap::Add(DomStringView prefix, DomStringView uri, bool isNew) {
     entry.bNew = isNew;
     entry.bLive = true;
     m_aEntries.Add(entry);
+    IndexLastEntry();
 }
 
 bool CNamespaceMap::FindUri(DomStringView prefix, DomStringView& uri) const {
@@ -37,14 +38,21 @@ bool CNamespaceMap::FindUri(DomStringView prefix, DomStringView& uri) const {
 
 bool CNamespaceMap::FindPrefix(DomStringView uri, bool skipEmpty, DomStringView& prefix) const {
     unsigned int hash = Core::HashText(uri);
-    for (int i = m_aEntries.GetSize() - 1; i >= 0; --i) {
+    auto accept = [&](int i) {
         const SEntry& entry = m_aEntries[i];
-        if (!entry.bLive || entry.nUriHash != hash || UriOf(entry) != uri) continue;
-        if (skipEmpty && entry.nPrefixLength == 0) continue;
-        prefix = PrefixOf(entry);
-        return true;
+        return entry.bLive && UriOf(entry) == uri && !(skipEmpty && entry.nPrefixLength == 0);
+    };
+    int found = -1;
+    if (!m_uriIndex.IsEmpty()) {
+        found = m_uriIndex.FindLast(hash, accept);
+    } else {
+        for (int i = m_aEntries.GetSize() - 1; i >= 0 && found < 0; --i) {
+            if (m_aEntries[i].nUriHash == hash && accept(i)) found = i;
+        }
     }
-    return false;
+    if (found < 0) return false;
+    prefix = PrefixOf(m_aEntries[found]);
+    return true;
 }
 
 void CNamespaceMap::CopyFrom(const CNamespaceMap& other) {
@@ -56,21 +64,36 @@ void CNamespaceMap::CopyFrom(const CNamespaceMap& other) {
         copy.nUri = AppendText(other.UriOf(entry));
         copy.bNew = false;
         m_aEntries.Add(copy);
+        IndexLastEntry();
     }
 }
 
 void CNamespaceMap::Clear() {
     m_aEntries.Clear();
     m_aText.Clear();
+    m_prefixIndex.Clear();
+    m_uriIndex.Clear();
 }
 
 int CNamespaceMap::FindEntry(DomStringView prefix) const {
     unsigned int hash = Core::HashText(prefix);
+    auto accept = [&](int i) { return m_aEntries[i].bLive && PrefixOf(m_aEntries[i]) == prefix; };
+    if (!m_prefixIndex.IsEmpty()) return m_prefixIndex.FindLast(hash, accept);
     for (int i = m_aEntries.GetSize() - 1; i >= 0; --i) {
-        const SEntry& entry = m_aEntries[i];
-        if (entry.bLive && entry.nPrefixHash == hash && PrefixOf(entry) == prefix) return i;
+        if (m_aEntries[i].nPrefixHash == hash && accept(i)) return i;
     }
     return -1;
+}
+
+// The indexes start with all entries when the count passes the threshold, then take each new one.
+void CNamespaceMap::IndexLastEntry() {
+    int count = m_aEntries.GetSize();
+    if (count <= CEntryIndex::IndexThreshold) return;
+    int first = m_prefixIndex.IsEmpty() ? 0 : count - 1;
+    for (int i = first; i < count; ++i) {
+        m_prefixIndex.Add(m_aEntries[i].nPrefixHash, i);
+        m_uriIndex.Add(m_aEntries[i].nUriHash, i);
+    }
 }
 
 // Appends the text with a terminator, since the sink takes zero-terminated texts.

@@ -3,6 +3,7 @@
 #pragma once
 #include "core/Array.h"
 #include "core/DomString.h"
+#include "xslt/private/EntryIndex.h"
 
 namespace XsltPrivate {
 
@@ -40,12 +41,15 @@ private:
     };
 
     int FindEntry(DomStringView prefix) const;
+    void IndexLastEntry();
     int AppendText(DomStringView text);
     DomStringView PrefixOf(const SEntry& entry) const;
     DomStringView UriOf(const SEntry& entry) const;
 
     TArray<SEntry> m_aEntries;
     TArray<DomChar> m_aText;
+    CEntryIndex m_prefixIndex;  // both once there are many entries
+    CEntryIndex m_uriIndex;
 };
 
 }  // namespace XsltPrivate

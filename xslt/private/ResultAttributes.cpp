@@ -31,21 +31,31 @@ void CResultAttributes::Add(DomStringView name, DomStringView value) {
     entry.nNameLength = static_cast<int>(name.size());
     entry.nValue = AppendText(value);
     m_aEntries.Add(entry);
+    IndexLastEntry();
 }
 
 void CResultAttributes::Clear() {
     m_aEntries.Clear();
     m_aText.Clear();
+    m_index.Clear();
 }
 
 int CResultAttributes::Find(DomStringView name, unsigned int hash) const {
+    if (!m_index.IsEmpty()) {
+        return m_index.FindLast(hash, [&](int i) { return NameOf(m_aEntries[i]) == name; });
+    }
     for (int i = 0; i < m_aEntries.GetSize(); ++i) {
-        const SEntry& entry = m_aEntries[i];
-        if (entry.nHash == hash && DomStringView(m_aText.GetData() + entry.nName, entry.nNameLength) == name) {
-            return i;
-        }
+        if (m_aEntries[i].nHash == hash && NameOf(m_aEntries[i]) == name) return i;
     }
     return -1;
+}
+
+// The index starts with all entries when the count passes the threshold, then takes each new one.
+void CResultAttributes::IndexLastEntry() {
+    int count = m_aEntries.GetSize();
+    if (count <= CEntryIndex::IndexThreshold) return;
+    int first = m_index.IsEmpty() ? 0 : count - 1;
+    for (int i = first; i < count; ++i) m_index.Add(m_aEntries[i].nHash, i);
 }
 
 int CResultAttributes::AppendText(DomStringView text) {

@@ -3,6 +3,7 @@
 #pragma once
 #include "core/Array.h"
 #include "core/DomString.h"
+#include "xslt/private/EntryIndex.h"
 
 namespace XsltPrivate {
 
@@ -26,10 +27,15 @@ private:
     };
 
     int Find(DomStringView name, unsigned int hash) const;
+    void IndexLastEntry();
     int AppendText(DomStringView text);
+    DomStringView NameOf(const SEntry& entry) const {
+        return DomStringView(m_aText.GetData() + entry.nName, entry.nNameLength);
+    }
 
     TArray<SEntry> m_aEntries;
     TArray<DomChar> m_aText;
+    CEntryIndex m_index;  // by name, once there are many
 };
 
 }  // namespace XsltPrivate
