@@ -74,16 +74,15 @@ TEST_F(DiagnosticsTest, LocatorGivesBackLineAndUriOfBuiltNodes) {
     DomString publicId;
     int line = 0;
     int column = 0;
-    ASSERT_TRUE(m_pLocator->GetLocation(CLocator::GetNodeLocation(b), uri, publicId, line, column));
+    ASSERT_TRUE(m_pLocator->GetLocation(m_pLocator->GetNodeLocation(b), uri, publicId, line, column));
     EXPECT_EQ(line, 3);
     EXPECT_EQ(uri, u"file:///style.xsl");
-    ASSERT_TRUE(m_pLocator->GetLocation(CLocator::GetNodeLocation(a), uri, publicId, line, column));
+    ASSERT_TRUE(m_pLocator->GetLocation(m_pLocator->GetNodeLocation(a), uri, publicId, line, column));
     EXPECT_EQ(line, 2);
 
     Dom::TNodeRef unparsed;
     Build(unparsed, m_pLocator, nullptr);
-    EXPECT_FALSE(m_pLocator->GetLocation(CLocator::GetNodeLocation(unparsed->GetFirstChild()), uri, publicId,
-                                         line, column));
+    EXPECT_TRUE(m_pLocator->GetNodeLocation(unparsed->GetFirstChild()).IsNull());
     EXPECT_FALSE(m_pLocator->GetLocation(Xslt::SLocation(), uri, publicId, line, column));
 }
 
@@ -110,8 +109,8 @@ TEST_F(DiagnosticsTest, ReportPrintsMessageThenNodeLines) {
     Build(stylesheet, m_pLocator, parser);
     Dom::TNodeRef source;
     Build(source, nullptr, nullptr);
-    Xslt::SLocation styleNode = CLocator::GetNodeLocation(stylesheet->GetFirstChild()->GetFirstChild());
-    Xslt::SLocation sourceNode = CLocator::GetNodeLocation(source->GetFirstChild());
+    Xslt::SLocation styleNode = m_pLocator->GetNodeLocation(stylesheet->GetFirstChild()->GetFirstChild());
+    Xslt::SLocation sourceNode{source.Get(), 2};  // a node the locator has no line for
 
     struct SCase {
         const char* sWhat;

@@ -83,9 +83,9 @@ void CLocator::Remove(const void* key) {
     }
 }
 
-Xslt::SLocation CLocator::GetNodeLocation(const Dom::CNode* node) {
+Xslt::SLocation CLocator::GetNodeLocation(const Dom::CNode* node) const {
     Xslt::SLocation location;
-    if (!node) return location;
+    if (!node || !FindDocument(DocumentKey(node))) return location;
     location.pKey = DocumentKey(node);
     location.nPosition = static_cast<int>(node->GetOrder());
     return location;

@@ -5,7 +5,7 @@
 //
 // Use: make one with CLocatorFactory per top-level compilation and give it to every builder of
 // the stylesheet's documents and of the documents of its runs; take a node's pair with
-// GetNodeLocation. Nodes built without a parser (fragments, rebuilt trees) have no location.
+// GetNodeLocation. Nodes built without a parser (fragments, rebuilt trees) have none.
 #pragma once
 #include <cstdint>
 
@@ -39,8 +39,9 @@ public:
     // Forgets a document's records, for a document that is gone.
     void Remove(const void* key);
 
-    // The pair by which a node is located; any node has one, known to the locator or not.
-    static Xslt::SLocation GetNodeLocation(const Dom::CNode* node);
+    // The pair by which a node is located; null for a node of a document that was not read
+    // through this locator (a result tree fragment, a rebuilt tree), so that no line is shown.
+    Xslt::SLocation GetNodeLocation(const Dom::CNode* node) const;
 
 private:
     struct SRecord {
