@@ -64,11 +64,11 @@ private:
         for (int c = 0; c < 256; ++c) low[c] = c < 0x20 ? ClassIllegal : ClassOther;
         for (int c : {0x09, 0x0A, 0x0D, 0x20}) low[c] = ClassSpace;
         for (int c = 'A'; c <= 'Z'; ++c) low[c] = low[c + 32] = ClassNameStart;
-        low['_'] = low[':'] = ClassNameStart;
+        low[0x5F] = low[0x3A] = ClassNameStart;  // "_" and ":"
         for (int c = 0xC0; c <= 0xFF; ++c) low[c] = ClassNameStart;
         low[0xD7] = low[0xF7] = ClassOther;
         for (int c = '0'; c <= '9'; ++c) low[c] = ClassNameChar;
-        low['.'] = low[0xB7] = ClassNameChar;
+        low[0x2E] = low[0xB7] = ClassNameChar;  // "." and the middle dot
         for (int i = 0; s_szPunctuation[i]; ++i) low[static_cast<unsigned char>(s_szPunctuation[i])] = ClassBang + i;
     }
 

@@ -15,7 +15,7 @@ using Code = Sxp::CParseException;
 constexpr SStopSet MakeStops(const char* units) {
     SStopSet set{};
     set.m_abStop[0] = true;
-    set.m_abStop['\n'] = true;
+    set.m_abStop[0x0A] = true;
     for (; *units; ++units) set.m_abStop[static_cast<unsigned char>(*units)] = true;
     return set;
 }
