@@ -58,7 +58,8 @@ CDocumentBuilder::CDocumentBuilder(CDocument* document, CStripSpaceRules* rules,
       m_bTextPending(false),
       m_bMayStrip(false),
       m_bPreserve(true),
-      m_bPreserveEffective(true) {}
+      m_bPreserveEffective(true),
+      m_aSharedTexts() {}
 
 CDocumentBuilder::~CDocumentBuilder() = default;
 
@@ -272,7 +273,7 @@ void CDocumentBuilder::MoveElement() {
 
 void CDocumentBuilder::EndAttribute() {
     if (m_pAttribute) {
-        const DomChar* value = TerminateText();
+        const DomChar* value = ShareOrTerminateText();
         m_pAttribute->m_pValue = value;
         if (m_bMayStrip && IsXmlSpace(m_pAttribute->m_pName)) m_bPreserve = DomStringView(value) == u"preserve";
         m_pAttribute = nullptr;
@@ -329,6 +330,20 @@ const DomChar* CDocumentBuilder::TerminateText() {
     return m_pTextStart;
 }
 
+// Terminates the collected text, or, when it is short and the same units are stored already,
+// gives its room back and returns the stored copy; the tree is never changed, so nodes may share.
+const DomChar* CDocumentBuilder::ShareOrTerminateText() {
+    size_t length = static_cast<size_t>(m_pTextNext - m_pTextStart);
+    if (length > SHARED_TEXT_LIMIT) return TerminateText();
+    const DomChar*& slot = m_aSharedTexts[Core::HashText(m_pTextStart, length) % SHARED_TEXT_SLOTS];
+    if (slot && std::char_traits<DomChar>::compare(slot, m_pTextStart, length) == 0 && slot[length] == 0) {
+        m_pTextNext = m_pTextStart;
+        return slot;
+    }
+    slot = TerminateText();
+    return slot;
+}
+
 const DomChar* CDocumentBuilder::CopyText(DomStringView text) {
     BeginCollecting();
     ReserveText(static_cast<int>(text.size()));
@@ -352,7 +367,7 @@ void CDocumentBuilder::CloseText() {
         m_pTextNext = m_pTextStart;
         return;
     }
-    const DomChar* data = TerminateText();
+    const DomChar* data = ShareOrTerminateText();
     CText* text = static_cast<CText*>(AllocateNode(sizeof(CText)));
     LinkChild(text, CDocumentData::TEXT_CLASS);
     text->m_pData = data;

@@ -67,6 +67,7 @@ private:
     void BeginCollecting();
     void ReserveText(int count);
     const DomChar* TerminateText();
+    const DomChar* ShareOrTerminateText();
     const DomChar* CopyText(DomStringView text);
     bool IsWhitespaceOnly() const;
     void CloseText();
@@ -108,6 +109,9 @@ private:
     bool m_bMayStrip;
     bool m_bPreserve;
     bool m_bPreserveEffective;
+    // Short texts already stored, by hash: repeated values and indentation are stored once.
+    enum { SHARED_TEXT_LIMIT = 16, SHARED_TEXT_SLOTS = 256 };
+    const DomChar* m_aSharedTexts[SHARED_TEXT_SLOTS];
     // Two bits per open element (preserve, effective), kept only when rules are set.
     TArray<unsigned char> m_aPreserveStack;
 };

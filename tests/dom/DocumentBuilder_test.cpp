@@ -14,6 +14,13 @@ using Dom::CNode;
 
 namespace {
 
+// "stem" followed by the number, e.g. Numbered("a", 12) is "a12".
+std::string Numbered(const char* stem, long number) {
+    std::string text(stem);
+    text += std::to_string(number);
+    return text;
+}
+
 CElement* FirstElement(CNode* node) {
     for (CNode* child = node->GetFirstChild(); child; child = child->GetNextSibling()) {
         if (child->GetNodeType() == Dom::ELEMENT_NODE) return static_cast<CElement*>(child);
@@ -27,10 +34,10 @@ std::string Children(CNode* node) {
     for (CNode* child = node->GetFirstChild(); child; child = child->GetNextSibling()) {
         if (!words.empty()) words += ' ';
         switch (child->GetNodeType()) {
-        case Dom::ELEMENT_NODE: words += "e:" + Core::ToUtf8(child->GetNodeName()); break;
-        case Dom::TEXT_NODE: words += "t:" + Core::ToUtf8(child->GetNodeValue()); break;
-        case Dom::COMMENT_NODE: words += "c:" + Core::ToUtf8(child->GetNodeValue()); break;
-        default: words += "p:" + Core::ToUtf8(child->GetNodeName()); break;
+        case Dom::ELEMENT_NODE: words.append("e:").append(Core::ToUtf8(child->GetNodeName())); break;
+        case Dom::TEXT_NODE: words.append("t:").append(Core::ToUtf8(child->GetNodeValue())); break;
+        case Dom::COMMENT_NODE: words.append("c:").append(Core::ToUtf8(child->GetNodeValue())); break;
+        default: words.append("p:").append(Core::ToUtf8(child->GetNodeName())); break;
         }
     }
     return words;
@@ -74,7 +81,7 @@ TEST(DocumentBuilder, JoinsAdjacentCharacterEventsIntoOneTextNode) {
 TEST(DocumentBuilder, InternsNamesPerDocument) {
     CEventFeeder feeder;
     feeder.Start("r");
-    for (int i = 0; i < 300; ++i) feeder.Start("n" + std::to_string(i % 150)).Attribute("a", "v").End();
+    for (int i = 0; i < 300; ++i) feeder.Start(Numbered("n", i % 150)).Attribute("a", "v").End();
     feeder.End();
     CElement* root = feeder.Finish()->GetDocumentElement();
     std::vector<const Dom::CName*> names;
@@ -82,7 +89,7 @@ TEST(DocumentBuilder, InternsNamesPerDocument) {
     ASSERT_EQ(names.size(), 300u);
     for (int i = 0; i < 150; ++i) {
         EXPECT_EQ(names[i], names[i + 150]);
-        EXPECT_EQ(names[i]->GetQualifiedName(), U("n" + std::to_string(i)));
+        EXPECT_EQ(names[i]->GetQualifiedName(), U(Numbered("n", i)));
     }
     EXPECT_NE(names[0], names[1]);
     EXPECT_EQ(root->GetFirstChild()->GetAttributeAt(0)->GetName(), root->GetLastChild()->GetAttributeAt(0)->GetName());
@@ -164,12 +171,12 @@ TEST(DocumentBuilder, ScopesAreSharedUntilAnElementDeclares) {
 TEST(DocumentBuilder, ScopeGrowthKeepsCreationOrder) {
     CEventFeeder feeder;
     feeder.Start("r");
-    for (int i = 0; i < 40; ++i) feeder.Attribute("xmlns:p" + std::to_string(i), "urn:" + std::to_string(i));
+    for (int i = 0; i < 40; ++i) feeder.Attribute(Numbered("xmlns:p", i), Numbered("urn:", i));
     feeder.Start("p39:c").End().End();
     CElement* root = feeder.Finish()->GetDocumentElement();
     ASSERT_EQ(root->GetNamespaceCount(), 42);
     for (int i = 0; i < 40; ++i) {
-        EXPECT_EQ(root->GetNamespaceAt(i + 2)->GetNodeName(), U("p" + std::to_string(i)));
+        EXPECT_EQ(root->GetNamespaceAt(i + 2)->GetNodeName(), U(Numbered("p", i)));
         EXPECT_EQ(root->GetNamespaceAt(i + 2)->GetOrder(), static_cast<uint32_t>(i + 3));
     }
     EXPECT_EQ(root->GetFirstChild()->GetNamespaceUri(), u"urn:39");
@@ -207,8 +214,9 @@ std::string BuildAndListWhitespace(const SStripCase& row) {
     std::string words;
     for (CNode* node = root; node;) {
         if (node->GetNodeType() == Dom::TEXT_NODE) {
-            words += (words.empty() ? "" : " ") + Core::ToUtf8(node->GetParentNode()->GetNodeName()) + ":" +
-                     std::to_string(node->GetNodeValue().size());
+            if (!words.empty()) words += ' ';
+            words.append(Core::ToUtf8(node->GetParentNode()->GetNodeName())).append(":");
+            words.append(std::to_string(node->GetNodeValue().size()));
         }
         CNode* next = node->GetFirstChild();
         while (!next && node && node != root) {
@@ -263,8 +271,8 @@ TEST(DocumentBuilder, StripSpaceRulesFollowPriorityAndSpecificity) {
     EXPECT_TRUE(rules.ShouldPreserve(u"urn:x", u"b"));
     EXPECT_TRUE(rules.AddRule(u"urn:x", u"b", 2, false));
     EXPECT_FALSE(rules.ShouldPreserve(u"urn:x", u"b"));
-    for (int i = 0; i < 50; ++i) rules.AddRule(U("urn:" + std::to_string(i)).c_str(), u"n", 0, i % 2 == 0);
-    for (int i = 0; i < 50; ++i) EXPECT_EQ(rules.ShouldPreserve(U("urn:" + std::to_string(i)), u"n"), i % 2 == 0);
+    for (int i = 0; i < 50; ++i) rules.AddRule(U(Numbered("urn:", i)).c_str(), u"n", 0, i % 2 == 0);
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(rules.ShouldPreserve(U(Numbered("urn:", i)), u"n"), i % 2 == 0);
 }
 
 TEST(DocumentBuilder, ElementWithManyAttributesMovesAndStaysContiguous) {
@@ -272,7 +280,7 @@ TEST(DocumentBuilder, ElementWithManyAttributesMovesAndStaysContiguous) {
     feeder.Start("r").Text("lead").Start("small").End();
     const int count = 2000;
     feeder.Start("big");
-    for (int i = 0; i < count; ++i) feeder.Attribute("a" + std::to_string(i), std::to_string(i));
+    for (int i = 0; i < count; ++i) feeder.Attribute(Numbered("a", i), std::to_string(i));
     feeder.Start("inner").End().End().Start("after").End().End();
     CElement* root = feeder.Finish()->GetDocumentElement();
     EXPECT_EQ(Children(root), "t:lead e:small e:big e:after");
@@ -281,7 +289,7 @@ TEST(DocumentBuilder, ElementWithManyAttributesMovesAndStaysContiguous) {
     for (int i = 0; i < count; ++i) {
         Dom::CAttr* attribute = big->GetAttributeAt(i);
         ASSERT_EQ(attribute, static_cast<CElement*>(big)->GetAttributeArray() + i);
-        ASSERT_EQ(attribute->GetNodeName(), U("a" + std::to_string(i)));
+        ASSERT_EQ(attribute->GetNodeName(), U(Numbered("a", i)));
         ASSERT_EQ(attribute->GetNodeValue(), U(std::to_string(i)));
         ASSERT_EQ(attribute->GetParentNode(), big);
     }
@@ -295,7 +303,7 @@ TEST(DocumentBuilder, FirstChildThatMovesStaysTheFirstChild) {
     feeder.Start("r");
     for (int i = 0; i < 500; ++i) feeder.Start("big").Attribute("a", "1").Attribute("b", "2").End();
     feeder.Start("only");
-    for (int i = 0; i < 1000; ++i) feeder.Attribute("x" + std::to_string(i), "v");
+    for (int i = 0; i < 1000; ++i) feeder.Attribute(Numbered("x", i), "v");
     feeder.End().End();
     CElement* root = feeder.Finish()->GetDocumentElement();
     CNode* only = root->GetLastChild();
@@ -306,7 +314,7 @@ TEST(DocumentBuilder, FirstChildThatMovesStaysTheFirstChild) {
 
     CEventFeeder alone;
     alone.Start("solo");
-    for (int i = 0; i < 1000; ++i) alone.Attribute("x" + std::to_string(i), "v");
+    for (int i = 0; i < 1000; ++i) alone.Attribute(Numbered("x", i), "v");
     alone.End();
     Dom::CDocument* document = alone.Finish();
     EXPECT_EQ(document->GetFirstChild(), document->GetLastChild());
@@ -404,7 +412,7 @@ TEST(DocumentBuilder, ListenerSeesEveryNodeAndEveryMove) {
     CEventFeeder feeder(nullptr, listener);
     feeder.Start("r").Attribute("xmlns:p", "u").Attribute("a", "1").Text("t").Comment("c").Pi("p", "d");
     feeder.Start("big");
-    for (int i = 0; i < 600; ++i) feeder.Attribute("x" + std::to_string(i), "v");
+    for (int i = 0; i < 600; ++i) feeder.Attribute(Numbered("x", i), "v");
     feeder.End().End();
     Dom::CDocument* document = feeder.Finish();
     std::vector<CNode*> expected = {document, document->GetDocumentElement(), document->GetDocumentElement()->GetAttributeAt(0)};
