@@ -24,7 +24,10 @@ bool CPredicate::Test(CContext* context) const {
 }
 
 double CPredicate::GetConstantPosition() const {
-    const CNumberExpr* number = dynamic_cast<const CNumberExpr*>(m_pExpression.Get());
+    const CExpression* expression = m_pExpression;
+    const CFilterExpr* filter = dynamic_cast<const CFilterExpr*>(expression);
+    if (filter && filter->GetPredicates().IsEmpty()) expression = filter->GetPrimary();
+    const CNumberExpr* number = dynamic_cast<const CNumberExpr*>(expression);
     if (!number) return 0;
     double position = number->GetNumber().GetValue();
     return position >= 1 ? position : 0;
