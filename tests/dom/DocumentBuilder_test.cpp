@@ -345,14 +345,20 @@ TEST(DocumentBuilder, TextLongerThanAChunkStaysOneContiguousNode) {
 TEST(DocumentBuilder, ManySmallNodesCrossChunkBoundaries) {
     CEventFeeder feeder;
     feeder.Start("r");
-    for (int i = 0; i < 20000; ++i) feeder.Start("e").Attribute("n", std::to_string(i)).Text(std::to_string(i)).End();
+    // Short repeated values share their storage; long texts between them force new chunks.
+    for (int i = 0; i < 20000; ++i) {
+        feeder.Start("e").Attribute("n", std::to_string(i)).Attribute("k", Numbered("k", i % 5)).Text(std::to_string(i));
+        if (i % 1000 == 0) feeder.Comment(std::string(9000, 'c'));
+        feeder.End();
+    }
     feeder.End();
     CElement* root = feeder.Finish()->GetDocumentElement();
     int i = 0;
     uint32_t order = 0;
     for (CNode* child = root->GetFirstChild(); child; child = child->GetNextSibling(), ++i) {
-        ASSERT_EQ(child->GetStringValue(), U(std::to_string(i)));
+        ASSERT_EQ(child->GetFirstChild()->GetNodeValue(), U(std::to_string(i)));
         ASSERT_EQ(static_cast<CElement*>(child)->GetAttribute(u"n"), U(std::to_string(i)));
+        ASSERT_EQ(static_cast<CElement*>(child)->GetAttribute(u"k"), U(Numbered("k", i % 5)));
         ASSERT_GT(child->GetOrder(), order);
         order = child->GetOrder();
     }
