@@ -41,10 +41,12 @@ void CContext::PopScope() {
     }
 }
 
+// Variable scopes (the global and activation objects) are searched in their own table
+// directly; any other object of the chain through HasProperty.
 CObject* CContext::FindScope(const CName& name) const {
     for (int i = m_nDepth - 1; i >= 0; --i) {
         CObject* scope = GetScope(i);
-        if (scope->HasProperty(name)) return scope;
+        if (scope->IsVariableScope() ? scope->FindOwn(name) != nullptr : scope->HasProperty(name)) return scope;
     }
     return nullptr;
 }
@@ -52,14 +54,37 @@ CObject* CContext::FindScope(const CName& name) const {
 void CContext::Resolve(const CName& name, CReference& reference) const { reference.pBase = FindScope(name); }
 
 TRefPtr<CValue> CContext::Lookup(const CName& name) const {
-    CObject* scope = FindScope(name);
-    if (!scope) throw new CRuntimeError(CRuntimeError::InvalidReference, new CReferenceValue(nullptr, name));
-    return scope->Get(name);
+    for (int i = m_nDepth - 1; i >= 0; --i) {
+        CObject* scope = GetScope(i);
+        if (scope->IsVariableScope()) {
+            SPropertyEntry* entry = scope->FindOwn(name);
+            if (!entry) continue;
+            if (entry->nNativeIndex >= 0) return scope->GetNative(entry->nNativeIndex);
+            return entry->pValue;
+        }
+        if (scope->HasProperty(name)) return scope->Get(name);
+    }
+    throw new CRuntimeError(CRuntimeError::InvalidReference, new CReferenceValue(nullptr, name));
 }
 
-void CContext::Assign(const CName& name, CValue* value) const {
-    CObject* scope = FindScope(name);
-    (scope ? scope : m_pGlobal)->Put(name, value);
+void CContext::Assign(const CName& name, CValue* value) const { AssignTo(FindScope(name), name, value); }
+
+void CContext::AssignTo(CObject* base, const CName& name, CValue* value) const {
+    if (!base) base = m_pGlobal;
+    if (!base->IsVariableScope()) {
+        base->Put(name, value);
+        return;
+    }
+    SPropertyEntry* entry = base->FindOwn(name);
+    if (!entry) {
+        base->GetOwnTable().Add(name, value, 0);
+    } else if (entry->nAttributes & ReadOnly) {
+        return;
+    } else if (entry->nNativeIndex >= 0) {
+        base->PutNative(entry->nNativeIndex, value);
+    } else {
+        entry->pValue = value;
+    }
 }
 
 }  // namespace EcmaScript

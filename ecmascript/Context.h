@@ -36,6 +36,8 @@ public:
     TRefPtr<CValue> Lookup(const CName& name) const;
     // PutValue of the identifier: an unresolved name lands on the global object.
     void Assign(const CName& name, CValue* value) const;
+    // [[Put]] on a resolved base, none meaning the global object.
+    void AssignTo(CObject* base, const CName& name, CValue* value) const;
 
 private:
     CObject* FindScope(const CName& name) const;

@@ -155,6 +155,7 @@ void Print(const DomString& text) {
 }  // namespace
 
 CGlobalObject::CGlobalObject(CInterpreter* interpreter) : CObject(this, nullptr), m_pInterpreter(interpreter) {
+    SetVariableScope();
     m_apPrototypes[BuiltinObject] = EcmaScriptPrivate::MakeObjectPrototype(this);
     m_apPrototypes[BuiltinFunction] = EcmaScriptPrivate::MakeFunctionPrototype(this);
     for (EcmaScriptPrivate::FInstallBuiltin install : EcmaScriptPrivate::kBuiltinInstallers) install(this);

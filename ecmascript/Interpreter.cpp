@@ -1,6 +1,8 @@
 // Running programs: parse, hoist, execute; and eval, which runs in the caller's context.
 #include "ecmascript/Interpreter.h"
 
+#include <sys/resource.h>
+
 #include "ecmascript/EcmaScriptException.h"
 #include "ecmascript/ParseError.h"
 #include "ecmascript/RuntimeError.h"
@@ -11,9 +13,24 @@ namespace EcmaScript {
 
 namespace {
 
-// Script calls nest at most this deep; deeper recursion fails with a runtime error rather
-// than exhausting the stack.
+// Script calls nest at most this deep, and use at most this much of the stack from the
+// outermost call on (a call can start deep inside a nested expression); deeper recursion
+// fails with a runtime error rather than exhausting the stack.
 const int kMaxCallDepth = 1000;
+
+// Half of the process's stack limit, at most 4 MB. Linux gives the main thread a stack of
+// RLIMIT_STACK bytes; this is the only place that asks the platform about it.
+uintptr_t StackBudget() {
+    static uintptr_t budget = [] {
+        uintptr_t limit = 4u << 20;
+        struct rlimit stack;
+        if (getrlimit(RLIMIT_STACK, &stack) == 0 && stack.rlim_cur != RLIM_INFINITY && stack.rlim_cur / 2 < limit) {
+            limit = static_cast<uintptr_t>(stack.rlim_cur / 2);
+        }
+        return limit;
+    }();
+    return budget;
+}
 
 // Makes `context` the running one for the lifetime of the scope.
 class CRunningContext {
@@ -107,7 +124,11 @@ TRefPtr<CValue> CInterpreter::Eval(CValue* code) {
 }
 
 void CInterpreter::EnterCall() {
-    if (m_nCallDepth >= kMaxCallDepth) throw new CRuntimeError(CRuntimeError::CallDepthExceeded);
+    char probe = 0;
+    uintptr_t here = reinterpret_cast<uintptr_t>(&probe);
+    if (m_nCallDepth == 0) m_nStackBase = here;
+    uintptr_t used = m_nStackBase > here ? m_nStackBase - here : here - m_nStackBase;
+    if (m_nCallDepth >= kMaxCallDepth || used > StackBudget()) throw new CRuntimeError(CRuntimeError::CallDepthExceeded);
     ++m_nCallDepth;
 }
 

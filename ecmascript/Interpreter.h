@@ -1,6 +1,8 @@
 // The public face of the script engine: owns the global object, parses and runs programs, and
 // turns failures into CParseError and CEcmaScriptException.
 #pragma once
+#include <cstdint>
+
 #include "core/RefObject.h"
 #include "ecmascript/CharacterStream.h"
 #include "ecmascript/Context.h"
@@ -50,6 +52,7 @@ private:
     TRefPtr<IParseErrorHandler> m_pErrorHandler;
     CContext* m_pCurrentContext = nullptr;
     int m_nCallDepth = 0;
+    uintptr_t m_nStackBase = 0;
 };
 
 }  // namespace EcmaScript

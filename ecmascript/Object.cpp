@@ -13,12 +13,17 @@ SPropertyEntry* CPropertyTable::Find(const CName& name) const {
     if (m_nCount == 0) return nullptr;
     int32_t hash = name.GetHash();
     const DomString& text = name.GetText();
-    int start = hash % m_nCapacity;
+    size_t length = text.size();
+    int mask = m_nCapacity - 1;
+    int start = hash & mask;
     int slot = start;
     do {
         SPropertyEntry* entry = m_pSlots[slot];
-        if (entry && entry->nHash == hash && entry->sName == text) return entry;
-        if (++slot == m_nCapacity) slot = 0;
+        if (entry && entry->nHash == hash && entry->sName.size() == length &&
+            std::char_traits<DomChar>::compare(entry->sName.data(), text.data(), length) == 0) {
+            return entry;
+        }
+        slot = (slot + 1) & mask;
     } while (slot != start);
     return nullptr;
 }
@@ -31,30 +36,34 @@ SPropertyEntry* CPropertyTable::Add(const CName& name, CValue* value, uint32_t a
     entry->nNativeIndex = nativeIndex;
     entry->nAttributes = attributes;
     entry->nHash = name.GetHash();
-    int slot = entry->nHash % m_nCapacity;
-    while (m_pSlots[slot]) {
-        if (++slot == m_nCapacity) slot = 0;
-    }
+    int mask = m_nCapacity - 1;
+    int slot = entry->nHash & mask;
+    while (m_pSlots[slot]) slot = (slot + 1) & mask;
     m_pSlots[slot] = entry;
     ++m_nCount;
     return entry;
 }
 
 void CPropertyTable::Grow() {
-    int capacity = m_nCapacity ? m_nCapacity * 2 : 4;
-    SPropertyEntry** slots = new SPropertyEntry*[capacity]();
+    int capacity = m_nCapacity ? m_nCapacity * 2 : kInlineSlots;
+    SPropertyEntry** slots = capacity == kInlineSlots ? m_apInline : new SPropertyEntry*[capacity];
+    for (int i = 0; i < capacity; ++i) slots[i] = nullptr;
+    int mask = capacity - 1;
     for (int i = 0; i < m_nCapacity; ++i) {
         SPropertyEntry* entry = m_pSlots[i];
         if (!entry) continue;
-        int slot = entry->nHash % capacity;
-        while (slots[slot]) {
-            if (++slot == capacity) slot = 0;
-        }
+        int slot = entry->nHash & mask;
+        while (slots[slot]) slot = (slot + 1) & mask;
         slots[slot] = entry;
     }
-    delete[] m_pSlots;
+    FreeSlots();
     m_pSlots = slots;
     m_nCapacity = capacity;
+}
+
+void CPropertyTable::FreeSlots() {
+    if (m_pSlots != m_apInline) delete[] m_pSlots;
+    m_pSlots = nullptr;
 }
 
 void CPropertyTable::Remove(SPropertyEntry* entry) {
@@ -71,12 +80,18 @@ void CPropertyTable::Remove(SPropertyEntry* entry) {
 // Entries are detached before they are deleted: releasing a value may run destructors that
 // look at this table again.
 void CPropertyTable::Clear() {
+    if (!m_pSlots) return;
+    SPropertyEntry* inlineCopy[kInlineSlots];
     SPropertyEntry** slots = m_pSlots;
     int capacity = m_nCapacity;
+    if (slots == m_apInline) {
+        for (int i = 0; i < kInlineSlots; ++i) inlineCopy[i] = m_apInline[i];
+        slots = inlineCopy;
+    }
     m_pSlots = nullptr;
     m_nCapacity = m_nCount = 0;
     for (int i = 0; i < capacity; ++i) delete slots[i];
-    delete[] slots;
+    if (slots != inlineCopy) delete[] slots;
 }
 
 CObject::CObject(CGlobalObject* global, CObject* prototype) : m_pGlobal(global), m_pPrototype(prototype) {}

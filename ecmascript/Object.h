@@ -44,10 +44,15 @@ public:
 
 private:
     void Grow();
+    void FreeSlots();
 
+    // Capacities are powers of two, so the slot of a hash is taken by a mask. The first four
+    // slots live inside the table: small objects need no slot array of their own.
+    static const int kInlineSlots = 4;
     SPropertyEntry** m_pSlots = nullptr;
     int m_nCapacity = 0;
     int m_nCount = 0;
+    SPropertyEntry* m_apInline[kInlineSlots];
 };
 
 class CObject : public CRefObject {
@@ -96,7 +101,14 @@ public:
     // Empties the tables and drops the prototype: breaks the cycles among standard objects.
     virtual void ClearProperties();
 
+    // True when the object's properties are exactly its own table (no prototype, no shared
+    // table, no overriding class): scope lookups then read and write the entry directly.
+    bool IsVariableScope() const { return m_bVariableScope && !m_pPrototype && !m_pSharedTable; }
+    // The own entry of a name; classes that make properties on demand make them here.
+    virtual SPropertyEntry* FindOwn(const CName& name) { return m_table.Find(name); }
+
 protected:
+    void SetVariableScope() { m_bVariableScope = true; }
     // Own-table lookups shared by the overrides of derived classes.
     TRefPtr<CValue> GetOwnOrInherited(const CName& name);
     void PutOrdinary(const CName& name, CValue* value);
@@ -106,6 +118,7 @@ private:
     TRefPtr<CObject> m_pPrototype;
     CPropertyTable m_table;
     TRefPtr<CPropertyTable> m_pSharedTable;
+    bool m_bVariableScope = false;
 };
 
 // Walks the own table of an object in slot order, skipping DontEnum entries. Deleting during

@@ -114,19 +114,39 @@ private:
     CReference m_reference;
 };
 
-// The evaluated arguments of a call, in order. A missing position reads as undefined.
+// The evaluated arguments of a call, in order. A missing position reads as undefined. The
+// first few values live inside the list, so that most calls allocate nothing for it.
 class CValueList {
 public:
-    int GetSize() const { return m_aValues.GetSize(); }
-    CValue* Get(int index) const { return index < m_aValues.GetSize() ? m_aValues[index].Get() : CValue::Undefined(); }
+    int GetSize() const { return m_nSize; }
+    CValue* Get(int index) const {
+        if (index >= m_nSize) return CValue::Undefined();
+        return index < kInline ? m_apInline[index].Get() : m_aMore[index - kInline].Get();
+    }
     CValue* operator[](int index) const { return Get(index); }
-    void Add(CValue* value) { m_aValues.Add(TRefPtr<CValue>(value)); }
-    void Add(TRefPtr<CValue>&& value) { m_aValues.Add(std::move(value)); }
-    void Clear() { m_aValues.Clear(); }
-    void Reserve(int count) { m_aValues.Reserve(count); }
+    void Add(CValue* value) { Add(TRefPtr<CValue>(value)); }
+    void Add(TRefPtr<CValue>&& value) {
+        if (m_nSize < kInline) {
+            m_apInline[m_nSize] = std::move(value);
+        } else {
+            m_aMore.Add(std::move(value));
+        }
+        ++m_nSize;
+    }
+    void Clear() {
+        for (TRefPtr<CValue>& value : m_apInline) value = nullptr;
+        m_aMore.Clear();
+        m_nSize = 0;
+    }
+    void Reserve(int count) {
+        if (count > kInline) m_aMore.Reserve(count - kInline);
+    }
 
 private:
-    TArray<TRefPtr<CValue>> m_aValues;
+    static const int kInline = 4;
+    TRefPtr<CValue> m_apInline[kInline];
+    TArray<TRefPtr<CValue>> m_aMore;
+    int m_nSize = 0;
 };
 
 class CListValue : public CValue {

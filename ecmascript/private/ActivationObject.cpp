@@ -14,6 +14,15 @@ const CName& ArgumentsName() {
     return name;
 }
 
+constexpr int32_t HashOf(const char16_t* text) {
+    uint32_t h = 0;
+    for (; *text; ++text) h = h * 9 + *text;
+    return static_cast<int32_t>(h & 0x7FFFFFFF);
+}
+
+// Lookups of other names pass the test by the hash alone.
+constexpr int32_t kArgumentsHash = HashOf(u"arguments");
+
 // "0", or 1 to 4 digits without a leading zero; -1 for any other name.
 int SlotIndex(const CName& name) {
     if (name.GetIndex() >= 0) return name.GetIndex() < 10000 ? name.GetIndex() : -1;
@@ -31,10 +40,17 @@ int SlotIndex(const CName& name) {
 
 CActivationObject::CActivationObject(CGlobalObject* global, CObject* callee, CFunctionBody* body,
                                      const CValueList& arguments)
-    : CObject(global, nullptr), m_pCallee(callee), m_pBody(body), m_pArguments(&arguments) {}
+    : CObject(global, nullptr), m_pCallee(callee), m_pBody(body), m_pArguments(&arguments) {
+    SetVariableScope();
+}
+
+SPropertyEntry* CActivationObject::FindOwn(const CName& name) {
+    MakeArgumentsIfNamed(name);
+    return CObject::FindOwn(name);
+}
 
 void CActivationObject::MakeArgumentsIfNamed(const CName& name) {
-    if (m_pArgumentsObject || !m_pArguments || !(name == ArgumentsName())) return;
+    if (m_pArgumentsObject || name.GetHash() != kArgumentsHash || !m_pArguments || !(name == ArgumentsName())) return;
     m_pArgumentsObject = new CArgumentsObject(GetGlobal(), this, m_pCallee, m_pBody, *m_pArguments);
     if (!GetOwnTable().Find(name)) CObject::Define(name, CValue::Object(m_pArgumentsObject), DontDelete, false);
 }

@@ -20,6 +20,7 @@ public:
     bool HasProperty(const CName& name) override;
     bool Delete(const CName& name) override;
     void Define(const CName& name, EcmaScript::CValue* value, uint32_t attributes, bool replace) override;
+    EcmaScript::SPropertyEntry* FindOwn(const CName& name) override;
 
     // Ends the call: the arguments object keeps the values its slots had and loses its tie to
     // this object, which no script can reach any more.

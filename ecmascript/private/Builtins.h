@@ -20,11 +20,23 @@ TRefPtr<EcmaScript::CObject> MakeFunctionPrototype(EcmaScript::CGlobalObject* gl
 void InstallObject(EcmaScript::CGlobalObject* global);
 void InstallFunction(EcmaScript::CGlobalObject* global);
 void InstallArray(EcmaScript::CGlobalObject* global);
+void InstallString(EcmaScript::CGlobalObject* global);
+void InstallBoolean(EcmaScript::CGlobalObject* global);
+void InstallNumber(EcmaScript::CGlobalObject* global);
+void InstallDate(EcmaScript::CGlobalObject* global);
+void InstallRegExp(EcmaScript::CGlobalObject* global);
+void InstallMath(EcmaScript::CGlobalObject* global);
 
 inline constexpr FInstallBuiltin kBuiltinInstallers[] = {
     InstallObject,
     InstallFunction,
     InstallArray,
+    InstallString,
+    InstallBoolean,
+    InstallNumber,
+    InstallDate,
+    InstallRegExp,
+    InstallMath,
 };
 
 }  // namespace EcmaScriptPrivate

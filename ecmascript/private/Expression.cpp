@@ -15,13 +15,18 @@ namespace {
 TRefPtr<CValue> NumberValue(const CNumber& number) { return CValue::Number(number); }
 
 TRefPtr<CValue> ReadReference(const CReference& reference) {
-    if (!reference.pBase) throw new CRuntimeError(CRuntimeError::InvalidReference, new CReferenceValue(nullptr, reference.name));
-    return reference.pBase->Get(reference.name);
+    CObject* base = reference.pBase;
+    if (!base) throw new CRuntimeError(CRuntimeError::InvalidReference, new CReferenceValue(nullptr, reference.name));
+    if (base->IsVariableScope()) {
+        if (SPropertyEntry* entry = base->FindOwn(reference.name)) {
+            return entry->nNativeIndex >= 0 ? base->GetNative(entry->nNativeIndex) : entry->pValue;
+        }
+    }
+    return base->Get(reference.name);
 }
 
 void WriteReference(CContext& context, const CReference& reference, CValue* value) {
-    CObject* base = reference.pBase ? reference.pBase.Get() : context.GetGlobal();
-    base->Put(reference.name, value);
+    context.AssignTo(reference.pBase, reference.name, value);
 }
 
 // Evaluates a target: a reference when the node gives one, otherwise its plain value (which
@@ -154,10 +159,12 @@ TRefPtr<CValue> ApplyCompound(int op, CValue* left, CValue* right) {
 // ++ and -- in both positions: the target is read, stepped and written back.
 TRefPtr<CValue> Step(CExpression* operand, CContext& context, int delta, bool prefix) {
     STarget target(operand, context);
-    CNumber old = ToNumber(target.Read());
+    TRefPtr<CValue> oldValue = target.Read();
+    CNumber old = ToNumber(oldValue);
     TRefPtr<CValue> stepped = NumberValue(old.Add(CNumber::FromInteger(delta)));
     target.Write(context, stepped);
-    return prefix ? stepped : NumberValue(old);
+    if (prefix) return stepped;
+    return oldValue->GetType() == TypeNumber ? oldValue : NumberValue(old);
 }
 
 }  // namespace

@@ -1,8 +1,16 @@
-# Runs one script through kst-script and compares its merged output with the expected file.
+# Runs one script through kst-script; its standard output must equal the .out file beside it
+# and its standard error the .err file (empty when there is none).
 get_filename_component(name ${SCRIPT} NAME)
-string(REGEX REPLACE "\\.js$" ".out" expected_file ${SCRIPT})
-execute_process(COMMAND ${TOOL} ${name} OUTPUT_VARIABLE output ERROR_VARIABLE output)
-file(READ ${expected_file} expected)
-if(NOT output STREQUAL expected)
-  message(FATAL_ERROR "Output of ${name} differs.\n--- expected\n${expected}\n--- actual\n${output}")
+string(REGEX REPLACE "\\.js$" "" base ${SCRIPT})
+execute_process(COMMAND ${TOOL} ${name} OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+file(READ ${base}.out expected_output)
+set(expected_errors "")
+if(EXISTS ${base}.err)
+  file(READ ${base}.err expected_errors)
+endif()
+if(NOT output STREQUAL expected_output)
+  message(FATAL_ERROR "Standard output of ${name} differs.\n--- expected\n${expected_output}\n--- actual\n${output}")
+endif()
+if(NOT errors STREQUAL expected_errors)
+  message(FATAL_ERROR "Standard error of ${name} differs.\n--- expected\n${expected_errors}\n--- actual\n${errors}")
 endif()

@@ -1,0 +1,18 @@
+// The Math object: its constants and its functions, each testing the special values of the
+// standard's tables before the C library computes the rest.
+#pragma once
+#include "ecmascript/Object.h"
+
+namespace EcmaScriptPrivate {
+
+class CMathObject : public EcmaScript::CObject {
+public:
+    explicit CMathObject(EcmaScript::CGlobalObject* global);
+    TRefPtr<EcmaScript::CValue> CallNative(int index, EcmaScript::CObject* thisObject,
+                                           const EcmaScript::CValueList& arguments) override;
+};
+
+// The functions by index, on numbers: exposed for the unit tests of the special-value tables.
+EcmaScript::CNumber MathFunction(int index, const EcmaScript::CNumber& x, const EcmaScript::CNumber& y);
+
+}  // namespace EcmaScriptPrivate

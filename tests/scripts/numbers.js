@@ -1,0 +1,26 @@
+// The printing of numbers: integer form as unsigned, double form through "%.16lg".
+print(-1);
+print(-1.5);
+print(0 - 1);
+print(0.5);
+print(-0.5);
+print(0.1 + 0.2);
+print(1 / 3);
+print(100 / 4);
+print(1e21);
+print(1.5e-7);
+print(123456789012);
+print(2147483646 + 1);
+print(-0 * 1);
+print(0 / -5);
+print(NaN);
+print(Infinity);
+print(-Infinity);
+print(1.7976931348623157e308);
+print(5e-324);
+print(0.000001);
+print(1234567890123456789);
+print(3.0);
+print(2.50);
+print(-2147483648 * 1);
+print(12345.678);
