@@ -29,6 +29,12 @@ public:
                         : DomStringView();
     }
     void Assign(const RegExpPrivate::CMatcher& matcher);
+    // A result of the whole match alone, for a match found without a pattern.
+    static CMatchResult Single(int start, int length) {
+        CMatchResult result;
+        result.m_aSpans = {start, length};
+        return result;
+    }
 
 private:
     std::vector<int> m_aSpans;

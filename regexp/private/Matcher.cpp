@@ -15,8 +15,6 @@ const Core::SMessage kMatcherMessages[] = {
     {-1, u"Unclassified RegExp matcher exception"},
 };
 
-constexpr Word Unset = 0xFFFFFFFF;  // -1 as a stack word
-
 bool IsWordAt(const DomChar* text, int length, int index) {
     return index >= 0 && index < length && InSet(text[index], SetWord);
 }

@@ -25,7 +25,8 @@ var iso = new RegExp("(\\d{4})-(\\d\\d)-(\\d\\d)", "g");
 print("from 2024-02-29 to 2025-03-01.".replace(iso, "$3/$2/$1"));
 function shout(match, word, offset, whole) { return word.toUpperCase() + "@" + offset + "/" + whole.length; }
 print("one two".replace(new RegExp("(\\w+)", "g"), shout));
-print("a1b".replace(new RegExp("(x)?\\d"), "[$1]") + " " + "a1b".replace(new RegExp("(x)?\\d"), shout));
+function kinds(match, capture, offset, whole) { return typeof capture + offset + whole; }
+print("a1b".replace(new RegExp("(x)?\\d"), "[$1]") + " " + "a1b".replace(new RegExp("(x)?\\d"), kinds));
 
 // Replacement text: $$, $&, $`, $', one and two digit captures, and what stands as it is.
 var abc = new RegExp("(b)");

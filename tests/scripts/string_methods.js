@@ -32,8 +32,9 @@ counted.lastIndex = 2;
 print("abcb".search(counted) + " " + counted.lastIndex + " " + "aaa".match(new RegExp("a*?", "g")).length);
 
 // The text methods work on any object through ToString; toString and valueOf do not.
+function objectText() { return "object text"; }
 var o = new Object();
-o.toString = function () { return "object text"; };
+o.toString = objectText;
 o.indexOf = String.prototype.indexOf;
 o.toUpperCase = String.prototype.toUpperCase;
 print(o.indexOf("text") + " " + o.toUpperCase());
