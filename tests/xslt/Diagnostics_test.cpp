@@ -43,8 +43,10 @@ class DiagnosticsTest : public ::testing::Test {
 public:
     DiagnosticsTest() : m_pFactory(new Dom::CDocumentFactory(1)), m_pLocator(new CLocator) {}
 
-    // <a>\n<b/>\n</a> with the start tags on lines 2 and 3; `listener` may be null.
-    void Build(Dom::TNodeRef& document, Dom::IBuildListener* listener, CFakeParserLocator* parser) {
+    // <a>\n<b/>\n</a> with the start tags on lines 2 and 3; `listener` may be null. A parse
+    // that fails never tells the builder that the parser's locator is gone.
+    void Build(Dom::TNodeRef& document, Dom::IBuildListener* listener, CFakeParserLocator* parser,
+               bool parseFails = false) {
         m_pFactory->CreateDocument(document);
         TRefPtr<Dom::CDocumentBuilder> builder;
         Dom::CDocumentBuilder::Create(document, nullptr, listener, builder);
@@ -56,6 +58,7 @@ public:
         builder->StartElement(u"b");
         builder->EndElement();
         builder->EndElement();
+        if (parseFails) return;
         builder->EndDocument();
         builder->SetLocator(nullptr);
     }
@@ -80,6 +83,10 @@ TEST_F(DiagnosticsTest, LocatorGivesBackLineAndUriOfBuiltNodes) {
     ASSERT_TRUE(m_pLocator->GetLocation(m_pLocator->GetNodeLocation(a), uri, publicId, line, column));
     EXPECT_EQ(line, 2);
 
+    Dom::TNodeRef failed;
+    TRefPtr<CFakeParserLocator> gone(new CFakeParserLocator);
+    Build(failed, m_pLocator, gone, true);
+    gone = nullptr;
     Dom::TNodeRef unparsed;
     Build(unparsed, m_pLocator, nullptr);
     EXPECT_TRUE(m_pLocator->GetNodeLocation(unparsed->GetFirstChild()).IsNull());

@@ -21,23 +21,29 @@ CLocator::~CLocator() {
     for (SDocument* document : m_aDocuments) delete document;
 }
 
-void CLocator::SetLocator(Sxp::ILocator* locator) { m_pParserLocator = locator; }
+void CLocator::SetLocator(Sxp::ILocator* locator) {
+    m_pPendingLocator = locator;
+    if (locator) return;
+    m_pActiveLocator = nullptr;
+    m_pActiveDocument = nullptr;
+}
 
 // The URI is taken once per document: the parser reads no external entities, so it does not
 // change within one.
 void CLocator::NodeCreated(Dom::CNode* node) {
-    if (!m_pParserLocator) return;
     const void* key = DocumentKey(node);
-    int line = m_pParserLocator->GetLine();
-    int column = m_pParserLocator->GetColumn();
-    SDocument* document;
     if (node->GetNodeType() == Dom::DOCUMENT_NODE) {
-        document = StartDocument(key, m_pParserLocator->GetSystemId(), m_pParserLocator->GetPublicId());
-    } else {
-        document = FindDocument(key);
-        if (!document) return;
+        m_pActiveLocator = m_pPendingLocator;
+        m_pPendingLocator = nullptr;
+        if (!m_pActiveLocator) {
+            Remove(key);  // an older document at this address has nothing to say about this one
+            m_pActiveDocument = nullptr;
+            return;
+        }
+        m_pActiveDocument = StartDocument(key, m_pActiveLocator->GetSystemId(), m_pActiveLocator->GetPublicId());
     }
-    AddRecord(*document, node->GetOrder(), line, column);
+    if (!m_pActiveDocument || m_pActiveDocument->pKey != key) return;
+    AddRecord(*m_pActiveDocument, node->GetOrder(), m_pActiveLocator->GetLine(), m_pActiveLocator->GetColumn());
 }
 
 void CLocator::AddLocation(const Xslt::SLocation& location, DomStringView uri, DomStringView publicId, int line,
@@ -77,6 +83,7 @@ void CLocator::Remove(const void* key) {
     for (int i = 0; i < m_aDocuments.GetSize(); ++i) {
         if (m_aDocuments[i]->pKey != key) continue;
         if (m_pLastDocument == m_aDocuments[i]) m_pLastDocument = nullptr;
+        if (m_pActiveDocument == m_aDocuments[i]) m_pActiveDocument = nullptr;
         delete m_aDocuments[i];
         m_aDocuments.RemoveAt(i);
         return;

@@ -60,7 +60,12 @@ private:
     SDocument* StartDocument(const void* key, DomStringView uri, DomStringView publicId);
     static void AddRecord(SDocument& document, uint32_t order, int line, int column);
 
-    TRefPtr<Sxp::ILocator> m_pParserLocator;
+    // The parser's locator is not counted: it lives for one parse, and holding it would tie the
+    // parser's scanner and the builder to this locator in a cycle after a failed parse. It is
+    // taken over by the document node that follows it and dropped when the parse ends.
+    Sxp::ILocator* m_pPendingLocator = nullptr;
+    Sxp::ILocator* m_pActiveLocator = nullptr;
+    SDocument* m_pActiveDocument = nullptr;  // the document being read through it
     TArray<SDocument*> m_aDocuments;
     mutable SDocument* m_pLastDocument = nullptr;  // the one most recently used
 };
