@@ -106,3 +106,39 @@ TEST_P(ErrorReport, RaisesCodeAtPosition) {
 INSTANTIATE_TEST_SUITE_P(Documents, ErrorReport, testing::ValuesIn(s_aErrorCases));
 
 }  // namespace
+
+namespace {
+
+TEST(ParseException, CarriesMessageOfItsCodeThroughTheExceptionRoot) {
+    TRefPtr<Sxp::CParser> parser = new Sxp::CParser();
+    TRefPtr<Sxp::CInputSource> source = new Sxp::CInputSource(u"file:///doc.xml");
+    source->SetPublicId(u"-//DOC//EN");
+    source->SetByteStream(new CByteStream("<a>\n</b>"));
+    try {
+        parser->Parse(source);
+        ADD_FAILURE() << "parsed a mismatched end tag";
+    } catch (Core::IException* exception) {
+        auto* parseException = dynamic_cast<Sxp::CParseException*>(exception);
+        ASSERT_NE(nullptr, parseException);
+        DomString text;
+        exception->GetMessage(text);
+        EXPECT_EQ(u"Mismatched end tag", text);
+        EXPECT_EQ(u"file:///doc.xml", parseException->GetSystemId());
+        EXPECT_EQ(u"-//DOC//EN", parseException->GetPublicId());
+        delete exception;
+    }
+    DomString text;
+    Sxp::CParseException(36, u"", u"", 0, 0).GetMessage(text);
+    EXPECT_EQ(u"Unsupported encoding", text);
+    Sxp::CParseException(99, u"", u"", 0, 0).GetMessage(text);
+    EXPECT_EQ(u"Unclassified XML parser exception", text);
+}
+
+TEST(Parser, ParsesWithoutAnyHandler) {
+    TRefPtr<Sxp::CParser> parser = new Sxp::CParser();
+    TRefPtr<Sxp::CInputSource> source = new Sxp::CInputSource(u"file:///memory.xml");
+    source->SetByteStream(new CByteStream("<!DOCTYPE a [<!ATTLIST a b CDATA 'x'><!ENTITY u SYSTEM 'u' NDATA n>]><a>t</a>"));
+    EXPECT_NO_THROW(parser->Parse(source));
+}
+
+}  // namespace
