@@ -20,7 +20,8 @@ DomStringView LocalPart(DomStringView name) {
 
 }  // namespace
 
-CResultTree::CResultTree(Xslt::IResultHandler* sink) : m_pSink(sink) {}
+// The tables are made at once, so that events before StartDocument find a document level.
+CResultTree::CResultTree(Xslt::IResultHandler* sink) : m_pSink(sink) { Reset(); }
 
 CResultTree::CResultTree(CEventBuffer* buffer) : m_pBuffer(buffer) {}
 
@@ -40,19 +41,7 @@ void CResultTree::StartDocument() {
         m_pBuffer->Record(CEventBuffer::StartRecording);
         return;
     }
-    Initialise();
-    ResetFrames();
-    SFrame& frame = m_aFrames[0];
-    frame.pMap = &m_namespaceMap;
-    frame.bOwnsMap = false;
-    frame.bPreserve = false;
-    frame.nCounter = 1;
-    m_bNamespacesChanged = false;
-    m_attributes.Clear();
-    m_bStartTagOpen = false;
-    m_nCollecting = NotCollecting;
-    m_bXmlSpace = false;
-    m_aText.Clear();
+    Reset();
     m_pSink->StartDocument();
 }
 
@@ -214,6 +203,22 @@ void CResultTree::Initialise() {
     m_namespaceMap.Add(u"", u"", false);
     m_namespaceMap.Add(u"xml", XmlNamespace, false);
     m_bInitialised = true;
+}
+
+void CResultTree::Reset() {
+    Initialise();
+    ResetFrames();
+    SFrame& frame = m_aFrames[0];
+    frame.pMap = &m_namespaceMap;
+    frame.bOwnsMap = false;
+    frame.bPreserve = false;
+    frame.nCounter = 1;
+    m_bNamespacesChanged = false;
+    m_attributes.Clear();
+    m_bStartTagOpen = false;
+    m_nCollecting = NotCollecting;
+    m_bXmlSpace = false;
+    m_aText.Clear();
 }
 
 // Gives back the maps of frames left open, by a failure or by unbalanced events.

@@ -68,6 +68,7 @@ private:
     };
 
     void Initialise();
+    void Reset();
     void ResetFrames();
     SFrame& PushFrame();
     void CompleteStartTag();
