@@ -9,7 +9,12 @@ void CParameterList::AddParameter(DomStringView name, DomStringView value) {
 
 void CParameterList::AddParameter(DomStringView name, DomStringView namespaceUri, DomStringView localName,
                                   DomStringView value) {
-    m_aParameters.Add(SParameter{DomString(name), DomString(namespaceUri), DomString(localName), DomString(value)});
+    AddParameter(name, namespaceUri, localName, new Xpath::CStringValue(DomString(value)));
+}
+
+void CParameterList::AddParameter(DomStringView name, DomStringView namespaceUri, DomStringView localName,
+                                  Xpath::CValue* value) {
+    m_aParameters.Add(SParameter{DomString(name), DomString(namespaceUri), DomString(localName), value});
 }
 
 void CParameterList::CopyFrom(const CParameterList& other) {

@@ -1,0 +1,236 @@
+// Template invocation, the built-in rules, and the instructions that select nodes.
+#include "xslt/private/TemplateInstructions.h"
+
+#include <string>
+
+#include "xpath/NodeSet.h"
+#include "xslt/XsltException.h"
+#include "xslt/private/CompileContext.h"
+#include "xslt/private/ExecutionContext.h"
+#include "xslt/private/Runtime.h"
+#include "xslt/private/StylesheetModule.h"
+#include "xslt/private/Template.h"
+
+namespace XsltPrivate {
+
+using Xslt::CXsltException;
+
+namespace {
+
+// Runs `nodes` through ApplyTemplates one node at a time, in a child context on their list.
+void ApplyToNodes(CExecutionContext& context, Xpath::CNodeSet* nodes, const SQName* mode, CBoundParameters* parameters) {
+    TRefPtr<Xpath::CNodeIterator> iterator;
+    context.CreateIterator(nodes, iterator);
+    CExecutionContext child(context, iterator.Get());
+    while (iterator->Current()) {
+        ApplyTemplates(child, mode, parameters);
+        child.Advance(iterator);
+    }
+    child.Leave();
+}
+
+void RunBuiltInRule(CExecutionContext& context, const SQName* mode, CBoundParameters* parameters) {
+    Dom::CNode* node = context.GetCurrentNode();
+    switch (node->GetNodeType()) {
+    case Dom::DOCUMENT_NODE:
+    case Dom::ELEMENT_NODE: {
+        TRefPtr<Xpath::CNodeSet> children;
+        context.EvaluateNodeSet(context.GetRuntime()->GetRootModule()->GetBuiltInSelection(), children);
+        ApplyToNodes(context, children, mode, parameters);
+        break;
+    }
+    case Dom::ATTRIBUTE_NODE:
+    case Dom::TEXT_NODE:
+    case Dom::CDATA_SECTION_NODE: {
+        DomStringView text = node->GetTextView();
+        context.Characters(text.data(), static_cast<int>(text.size()), false);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+// Evaluates the with-parameters in the present context; null when there are none.
+void EvaluateParameters(CExecutionContext& context, const TArray<TRefPtr<CVariableInstruction>>& declarations,
+                        TRefPtr<CBoundParameters>& parameters) {
+    if (declarations.GetSize() == 0) return;
+    parameters = new CBoundParameters();
+    for (const TRefPtr<CVariableInstruction>& declaration : declarations) {
+        CExecutionContext child(context, declaration, false);
+        TRefPtr<Xpath::CValue> value;
+        declaration->ComputeValue(child, value);
+        const SQName& name = declaration->GetVariableName();
+        parameters->Add(name.sUri, name.sLocalName, value);
+        child.Leave();
+    }
+}
+
+// The selected node-set, sorted when there are sort keys.
+void SelectNodes(CExecutionContext& context, const Xpath::CExpression* select,
+                 const TArray<TRefPtr<CSortInstruction>>& sorts, TRefPtr<Xpath::CNodeSet>& nodes) {
+    context.EvaluateNodeSet(select, nodes);
+    (void)sorts;  // Sorting joins here when the sorter is in place.
+}
+
+// Compiles the xsl:sort and xsl:with-param children that apply-templates and call-template
+// allow (with `sorts` null, sorts are refused); anything else but comments and processing
+// instructions is code 14.
+void CompileChildren(CCompileContext& compile, TArray<TRefPtr<CSortInstruction>>* sorts,
+                     TArray<TRefPtr<CVariableInstruction>>& parameters) {
+    for (Dom::CNode* child = compile.GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
+        int type = child->GetNodeType();
+        if (type == Dom::COMMENT_NODE || type == Dom::PROCESSING_INSTRUCTION_NODE) continue;
+        CCompileContext element(compile, child);
+        if (type == Dom::ELEMENT_NODE && element.IsXsltElement(u"with-param")) {
+            TRefPtr<CVariableInstruction> parameter;
+            CVariableInstruction::Compile(element, CVariableInstruction::WithParameter, parameter);
+            parameters.Add(parameter);
+        } else if (sorts && type == Dom::ELEMENT_NODE && element.IsXsltElement(u"sort")) {
+            TRefPtr<CSortInstruction> sort;
+            CSortInstruction::Compile(element, sort);
+            sorts->Add(sort);
+        } else {
+            compile.Raise(CXsltException::InvalidElement);
+        }
+    }
+}
+
+void RaiseIfNotEmpty(CCompileContext& compile) {
+    for (Dom::CNode* child = compile.GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
+        int type = child->GetNodeType();
+        if (type != Dom::COMMENT_NODE && type != Dom::PROCESSING_INSTRUCTION_NODE) {
+            compile.Raise(CXsltException::ContentMustBeEmpty);
+        }
+    }
+}
+
+}  // namespace
+
+void ApplyTemplates(CExecutionContext& context, const SQName* mode, CBoundParameters* parameters) {
+    CTemplate* rule = context.GetRuntime()->GetRootModule()->FindTemplateRule(context, mode);
+    if (rule) {
+        InvokeTemplate(context, rule, parameters, true);
+    } else {
+        RunBuiltInRule(context, mode, parameters);
+    }
+}
+
+void InvokeTemplate(CExecutionContext& context, CTemplate* rule, CBoundParameters* parameters, bool asRule) {
+    CRuntime* runtime = context.GetRuntime();
+    if (!runtime->EnterTemplate()) {
+        context.RaiseFatal(CXsltException::UnsupportedFeature, u"nesting of templates deeper than",
+                           Core::WidenLatin1(std::to_string(CRuntime::MaxTemplateDepth)));
+    }
+    runtime->SetCurrentParameters(parameters);
+    CExecutionContext child(context, rule, true);
+    if (asRule) child.SetCurrentTemplate(rule);
+    rule->Execute(child);
+    child.Leave();
+    runtime->SetCurrentParameters(nullptr);
+    runtime->LeaveTemplate();
+}
+
+void CSortInstruction::Compile(CCompileContext& compile, TRefPtr<CSortInstruction>& instruction) {
+    instruction = new CSortInstruction();
+    instruction->Initialise(compile);
+    compile.GetExpression(u"select", false, instruction->m_pSelect, u".");
+    compile.GetAvt(u"lang", false, instruction->m_pLang);
+    compile.GetAvt(u"data-type", false, instruction->m_pDataType);
+    compile.GetAvt(u"order", false, instruction->m_pOrder);
+    compile.GetAvt(u"case-order", false, instruction->m_pCaseOrder);
+    RaiseIfNotEmpty(compile);
+}
+
+void CApplyTemplatesInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
+    TRefPtr<CApplyTemplatesInstruction> self = new CApplyTemplatesInstruction();
+    self->Initialise(compile);
+    compile.GetExpression(u"select", false, self->m_pSelect, u"node()");
+    self->m_bHasMode = compile.GetQName(u"mode", false, self->m_mode);
+    CompileChildren(compile, &self->m_aSorts, self->m_aParameters);
+    instruction = self.Get();
+}
+
+void CApplyTemplatesInstruction::Execute(CExecutionContext& context) {
+    TRefPtr<Xpath::CNodeSet> nodes;
+    SelectNodes(context, m_pSelect, m_aSorts, nodes);
+    TRefPtr<CBoundParameters> parameters;
+    EvaluateParameters(context, m_aParameters, parameters);
+    ApplyToNodes(context, nodes, m_bHasMode ? &m_mode : nullptr, parameters);
+}
+
+void CApplyImportsInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
+    instruction = new CApplyImportsInstruction();
+    instruction->Initialise(compile);
+    RaiseIfNotEmpty(compile);
+}
+
+void CApplyImportsInstruction::Execute(CExecutionContext& context) {
+    CTemplate* current = context.GetCurrentTemplate();
+    if (!current) context.RaiseFatal(CXsltException::CurrentTemplateRuleNull);
+    const SQName* mode = current->GetMode();
+    CTemplate* rule = current->GetModule()->FindImportedRule(context, mode);
+    if (rule) {
+        InvokeTemplate(context, rule, nullptr, true);
+    } else {
+        RunBuiltInRule(context, mode, nullptr);
+    }
+}
+
+void CCallTemplateInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
+    TRefPtr<CCallTemplateInstruction> self = new CCallTemplateInstruction();
+    self->Initialise(compile);
+    compile.GetQName(u"name", true, self->m_name);
+    CompileChildren(compile, nullptr, self->m_aParameters);
+    instruction = self.Get();
+}
+
+void CCallTemplateInstruction::Execute(CExecutionContext& context) {
+    if (!m_pTemplate) {
+        m_pTemplate = context.GetRuntime()->FindNamedTemplate(m_name.sUri, m_name.sLocalName);
+        if (!m_pTemplate) context.RaiseFatal(CXsltException::NamedTemplateNotFound, m_name.sUri, m_name.sLocalName);
+    }
+    TRefPtr<CBoundParameters> parameters;
+    EvaluateParameters(context, m_aParameters, parameters);
+    InvokeTemplate(context, m_pTemplate, parameters, false);
+}
+
+void CForEachInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
+    TRefPtr<CForEachInstruction> self = new CForEachInstruction();
+    self->Initialise(compile);
+    compile.GetExpression(u"select", true, self->m_pSelect);
+    bool sortsAllowed = true;
+    for (Dom::CNode* child = compile.GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
+        int type = child->GetNodeType();
+        if (type == Dom::COMMENT_NODE || type == Dom::PROCESSING_INSTRUCTION_NODE) continue;
+        CCompileContext element(compile, child);
+        if (type == Dom::ELEMENT_NODE && element.IsXsltElement(u"sort")) {
+            if (!sortsAllowed) element.Raise(CXsltException::MisplacedElement);
+            TRefPtr<CSortInstruction> sort;
+            CSortInstruction::Compile(element, sort);
+            self->m_aSorts.Add(sort);
+            continue;
+        }
+        sortsAllowed = false;
+        compile.CompileChild(child, self->m_content);
+    }
+    instruction = self.Get();
+}
+
+void CForEachInstruction::Execute(CExecutionContext& context) {
+    TRefPtr<Xpath::CNodeSet> nodes;
+    SelectNodes(context, m_pSelect, m_aSorts, nodes);
+    TRefPtr<Xpath::CNodeIterator> iterator;
+    context.CreateIterator(nodes, iterator);
+    CExecutionContext child(context, iterator.Get());
+    while (iterator->Current()) {
+        // Each round is a context of its own, so its variables are gone before the next.
+        CExecutionContext round(child, iterator.Get());
+        m_content.Execute(round);
+        round.Leave();
+        child.Advance(iterator);
+    }
+    child.Leave();
+}
+
+}  // namespace XsltPrivate

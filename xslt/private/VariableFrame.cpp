@@ -1,0 +1,34 @@
+// Local variable lookup with the global table behind it.
+#include "xslt/private/VariableFrame.h"
+
+#include "xslt/private/Runtime.h"
+
+namespace XsltPrivate {
+
+void CVariableFrame::PopTo(int mark) {
+    while (m_aEntries.GetSize() > mark) m_aEntries.RemoveLast();
+}
+
+bool CVariableFrame::Contains(DomStringView uri, DomStringView localName) const {
+    return FindLocal(uri, localName) != nullptr;
+}
+
+void CVariableFrame::Add(const DomString& uri, const DomString& localName, Xpath::CValue* value) {
+    m_aEntries.Add(SEntry{uri, localName, value});
+}
+
+Xpath::CValue* CVariableFrame::FindLocal(DomStringView uri, DomStringView localName) const {
+    for (int i = m_aEntries.GetSize() - 1; i >= 0; --i) {
+        const SEntry& entry = m_aEntries[i];
+        if (entry.sLocalName == localName && entry.sUri == uri) return entry.pValue;
+    }
+    return nullptr;
+}
+
+void CVariableFrame::GetVariable(TRefPtr<Xpath::CValue>& value, const DomString& namespaceUri,
+                                 const DomString& localName) {
+    value = FindLocal(namespaceUri, localName);
+    if (!value) m_pRuntime->GetGlobalValue(namespaceUri, localName, value);
+}
+
+}  // namespace XsltPrivate

@@ -1,0 +1,39 @@
+// The local variables in view of a template invocation. One frame serves a whole template;
+// sequences mark its length on entry and cut it back on exit, which gives locals their scope.
+// Lookups that find nothing here go to the run's global variables.
+#pragma once
+#include "core/Array.h"
+#include "core/DomString.h"
+#include "xpath/Context.h"
+#include "xpath/Value.h"
+
+namespace XsltPrivate {
+
+class CRuntime;
+
+class CVariableFrame : public Xpath::IVariableBindings {
+public:
+    // A global frame sees only the global variables.
+    explicit CVariableFrame(CRuntime* runtime) : m_pRuntime(runtime) {}
+
+    int GetMark() const { return m_aEntries.GetSize(); }
+    void PopTo(int mark);
+    bool Contains(DomStringView uri, DomStringView localName) const;
+    void Add(const DomString& uri, const DomString& localName, Xpath::CValue* value);
+    // Local lookup, newest first.
+    Xpath::CValue* FindLocal(DomStringView uri, DomStringView localName) const;
+
+    void GetVariable(TRefPtr<Xpath::CValue>& value, const DomString& namespaceUri,
+                     const DomString& localName) override;
+
+private:
+    struct SEntry {
+        DomString sUri;
+        DomString sLocalName;
+        TRefPtr<Xpath::CValue> pValue;
+    };
+    CRuntime* m_pRuntime;
+    TArray<SEntry> m_aEntries;
+};
+
+}  // namespace XsltPrivate

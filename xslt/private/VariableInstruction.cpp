@@ -1,0 +1,63 @@
+// Variables and parameters: compiling, computing values, binding.
+#include "xslt/private/VariableInstruction.h"
+
+#include "xslt/XsltException.h"
+#include "xslt/private/BoundParameters.h"
+#include "xslt/private/CompileContext.h"
+#include "xslt/private/EventBuffer.h"
+#include "xslt/private/ExecutionContext.h"
+#include "xslt/private/FragmentValue.h"
+#include "xslt/private/ResultTree.h"
+#include "xslt/private/Runtime.h"
+
+namespace XsltPrivate {
+
+void CVariableInstruction::Compile(CCompileContext& compile, EKind kind, TRefPtr<CVariableInstruction>& instruction) {
+    instruction = new CVariableInstruction();
+    instruction->Initialise(compile);
+    instruction->m_nKind = kind;
+    compile.GetQName(u"name", true, instruction->m_name);
+    if (compile.GetExpression(u"select", false, instruction->m_pSelect)) {
+        for (Dom::CNode* child = compile.GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
+            int type = child->GetNodeType();
+            if (type != Dom::COMMENT_NODE && type != Dom::PROCESSING_INSTRUCTION_NODE) {
+                compile.Raise(Xslt::CXsltException::ContentMustBeEmpty);
+            }
+        }
+        return;
+    }
+    compile.CompileSequence(instruction->m_content);
+}
+
+void CVariableInstruction::Execute(CExecutionContext& context) {
+    TRefPtr<Xpath::CValue> value;
+    if (m_nKind == Parameter) {
+        CBoundParameters* passed = context.GetRuntime()->GetCurrentParameters();
+        if (passed) value = passed->Find(m_name.sUri, m_name.sLocalName);
+    }
+    if (!value) ComputeValue(context, value);
+    context.SetBinding(m_name, value);
+}
+
+void CVariableInstruction::ComputeValue(CExecutionContext& context, TRefPtr<Xpath::CValue>& value) const {
+    if (m_pSelect) {
+        context.Evaluate(m_pSelect, value);
+    } else if (!m_content.IsEmpty()) {
+        MakeFragment(context, m_content, value);
+    } else {
+        value = new Xpath::CStringValue(DomString());
+    }
+}
+
+void MakeFragment(CExecutionContext& context, const CContent& content, TRefPtr<Xpath::CValue>& value) {
+    TRefPtr<CEventBuffer> buffer = new CEventBuffer();
+    TRefPtr<CResultTree> tree = new CResultTree(buffer);
+    CExecutionContext child(context, tree);
+    tree->StartDocument();
+    content.Execute(child);
+    tree->EndDocument();
+    child.Leave();
+    value = new CFragmentValue(buffer);
+}
+
+}  // namespace XsltPrivate
