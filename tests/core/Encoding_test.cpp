@@ -150,6 +150,27 @@ TEST(Utf8Encoding, RoundTripsTextWhoseBitsDoNotMeetAcrossBufferBoundaries) {
     EXPECT_EQ(decoded, text);
 }
 
+TEST(Utf8Encoding, AsciiRunsStopAtTheRoomLeftAndAtTheFirstOtherCharacter) {
+    Core::CUtf8Encoding utf8;
+    std::vector<unsigned char> bytes(21, 'a');
+    bytes.insert(bytes.begin() + 17, {0xE4, 0xB8, 0xAD});
+    for (int capacity : {1, 8, 13, 17, 18, 64}) {
+        SDecoded decoded = Decode(utf8, bytes, capacity);
+        int expected = std::min(capacity, 22);
+        ASSERT_EQ(static_cast<int>(decoded.sUnits.size()), expected) << capacity;
+        // The three-byte character at 17 gives one unit.
+        EXPECT_EQ(decoded.nConsumed, capacity <= 17 ? capacity : std::min(capacity + 2, 24));
+        EXPECT_EQ(decoded.sUnits.find(u'\x4E2D'), capacity > 17 ? 17 : DomString::npos);
+    }
+    DomString text = DomString(19, u'x') + u"\x00E9" + DomString(9, u'y');
+    for (int capacity : {5, 19, 20, 21, 64}) {
+        SEncoded encoded = Encode(utf8, text, capacity);
+        int expectedUnits = capacity < 19 ? capacity : capacity < 21 ? 19 : std::min(capacity - 1, 29);
+        EXPECT_EQ(encoded.nUsed, expectedUnits) << capacity;
+        EXPECT_FALSE(encoded.bFailed);
+    }
+}
+
 TEST(Latin1Encoding, WidensAndNarrowsAndRefusesWideUnits) {
     Core::CLatin1Encoding latin1;
     EXPECT_EQ(Decode(latin1, {'a', 0xE9, 0xFF}).sUnits, u"a\x00E9\x00FF");
