@@ -185,4 +185,17 @@ void CDocumentFactory::CreateDocument(TNodeRef& document) {
     document = record;
 }
 
+void CDocumentFactory::CreateFragment(TNodeRef& fragment) {
+    TNodeRef document;
+    CreateDocument(document);
+    CDocument* owner = static_cast<CDocument*>(document.Get());
+    CDocumentFragment* record = new CDocumentFragment();
+    record->m_pClass = owner->m_pData->GetClass(CDocumentData::FRAGMENT_CLASS);
+    record->m_nRefCount = 0;
+    record->m_nOrder = 0;
+    record->m_pFirstChild = record->m_pLastChild = nullptr;
+    ++owner->m_nRefCount;  // given back when the fragment is released
+    fragment = record;
+}
+
 }  // namespace Dom

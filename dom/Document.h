@@ -52,6 +52,9 @@ class CDocumentFactory : public CRefObject {
 public:
     explicit CDocumentFactory(uint32_t factoryNumber);
     void CreateDocument(TNodeRef& document);
+    // An empty fragment in a new document of its own, numbered like documents. The fragment
+    // keeps that document alive; build it with CDocumentBuilder::CreateForFragment.
+    void CreateFragment(TNodeRef& fragment);
     uint32_t GetFactoryNumber() const { return m_nFactoryNumber; }
 
 private:

@@ -27,21 +27,29 @@ bool IsXmlSpace(const CName* name) {
 void CDocumentBuilder::Create(CNode* document, CStripSpaceRules* rules, IBuildListener* listener,
                               TRefPtr<CDocumentBuilder>& builder) {
     if (!document || document->GetNodeType() != DOCUMENT_NODE) CDomException::ThrowNotSupported();
-    builder = new CDocumentBuilder(static_cast<CDocument*>(document), rules, listener);
+    builder = new CDocumentBuilder(document, rules, listener);
 }
 
-CDocumentBuilder::CDocumentBuilder(CDocument* document, CStripSpaceRules* rules, IBuildListener* listener)
-    : m_pDocument(document),
+void CDocumentBuilder::CreateForFragment(CNode* fragment, CStripSpaceRules* rules, IBuildListener* listener,
+                                         TRefPtr<CDocumentBuilder>& builder) {
+    if (!fragment || fragment->GetNodeType() != DOCUMENT_FRAGMENT_NODE) CDomException::ThrowNotSupported();
+    builder = new CDocumentBuilder(fragment, rules, listener);
+}
+
+CDocumentBuilder::CDocumentBuilder(CNode* target, CStripSpaceRules* rules, IBuildListener* listener)
+    : m_pTarget(target),
+      m_pDocument(target->GetOwnerDocument()),
       m_pRules(rules),
       m_pListener(listener),
-      m_pData(document->m_pData),
+      m_pLocator(nullptr),
+      m_pData(m_pDocument->m_pData),
       m_pNodeNext(nullptr),
       m_pNodeEnd(nullptr),
       m_pTextChunk(nullptr),
       m_pTextNext(nullptr),
       m_pTextEnd(nullptr),
       m_pTextStart(nullptr),
-      m_pParent(document),
+      m_pParent(target),
       m_pFirst(nullptr),
       m_pLast(nullptr),
       m_pElement(nullptr),
@@ -50,7 +58,7 @@ CDocumentBuilder::CDocumentBuilder(CDocument* document, CStripSpaceRules* rules,
       m_pComment(nullptr),
       m_pScope(nullptr),
       m_pRootScope(nullptr),
-      m_nNextOrder(document->m_pData->m_nNextOrder),
+      m_nNextOrder(m_pData->m_nNextOrder),
       m_bScopeOwned(false),
       m_bPrefixMissing(false),
       m_bInStartTag(false),
@@ -64,7 +72,7 @@ CDocumentBuilder::CDocumentBuilder(CDocument* document, CStripSpaceRules* rules,
 CDocumentBuilder::~CDocumentBuilder() = default;
 
 void CDocumentBuilder::GetDtdHandler(TRefPtr<Sxp::IDtdHandler>& handler) const {
-    handler = new CDtdRecorder(static_cast<CDocument*>(m_pDocument.Get()));
+    handler = new CDtdRecorder(m_pDocument);
 }
 
 void CDocumentBuilder::SetLocator(Sxp::ILocator* locator) {
@@ -77,21 +85,25 @@ void CDocumentBuilder::StartDocument() {
     m_pData->AddScope(m_pRootScope);
     m_pRootScope->Bind(DomStringView());
     m_pRootScope->Bind(u"xml")->m_sUri = XML_NAMESPACE;
-    m_pRootScope->SetOwner(m_pDocument);
+    m_pRootScope->SetOwner(m_pTarget);
     m_pScope = m_pRootScope;
     if (m_pLocator && m_pData->m_sUri.empty()) m_pData->m_sUri = m_pLocator->GetSystemId();
 
     m_bMayStrip = m_pRules && m_pRules->GetAnyStrip();
     m_bPreserve = m_bPreserveEffective = !m_bMayStrip;
     m_bScopeOwned = m_bPrefixMissing = m_bInStartTag = m_bElementMoved = m_bTextPending = false;
-    Notify(m_pDocument);
+    Notify(m_pTarget);
 }
 
 void CDocumentBuilder::EndDocument() {
     FinishPrevious();
-    CDocument* document = static_cast<CDocument*>(m_pDocument.Get());
-    document->m_pFirstChild = m_pFirst;
-    document->m_pLastChild = m_pLast;
+    if (m_pTarget->GetNodeType() == DOCUMENT_NODE) {
+        static_cast<CDocument*>(m_pTarget.Get())->m_pFirstChild = m_pFirst;
+        static_cast<CDocument*>(m_pTarget.Get())->m_pLastChild = m_pLast;
+    } else {
+        static_cast<CDocumentFragment*>(m_pTarget.Get())->m_pFirstChild = m_pFirst;
+        static_cast<CDocumentFragment*>(m_pTarget.Get())->m_pLastChild = m_pLast;
+    }
     m_pData->m_nNextOrder = m_nNextOrder;
 }
 

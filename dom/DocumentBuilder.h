@@ -33,6 +33,10 @@ public:
     // Code 9 if `document` is not a document node. Rules and listener may be null.
     static void Create(CNode* document, CStripSpaceRules* rules, IBuildListener* listener,
                        TRefPtr<CDocumentBuilder>& builder);
+    // The same for a fragment from CDocumentFactory::CreateFragment: the top-level nodes become
+    // the fragment's children. Code 9 if `fragment` is not a fragment.
+    static void CreateForFragment(CNode* fragment, CStripSpaceRules* rules, IBuildListener* listener,
+                                  TRefPtr<CDocumentBuilder>& builder);
     ~CDocumentBuilder() override;
 
     // A handler that stores ID attribute declarations and unparsed entities in the document.
@@ -54,7 +58,7 @@ public:
     void ProcessingInstruction(DomStringView target, DomStringView data) override;
 
 private:
-    CDocumentBuilder(CDocument* document, CStripSpaceRules* rules, IBuildListener* listener);
+    CDocumentBuilder(CNode* target, CStripSpaceRules* rules, IBuildListener* listener);
 
     void FinishPrevious();
     void CompleteStartTag();
@@ -73,10 +77,14 @@ private:
     void CloseText();
     void Notify(CNode* node);
 
-    TNodeRef m_pDocument;
+    // The document or fragment built, and the document that owns its records.
+    TNodeRef m_pTarget;
+    CDocument* m_pDocument;
     TRefPtr<CStripSpaceRules> m_pRules;
     TRefPtr<IBuildListener> m_pListener;
-    TRefPtr<Sxp::ILocator> m_pLocator;
+    // Not counted: the locator refers back to the parser, which holds this builder, and a
+    // count would keep both alive after a failed parse.
+    Sxp::ILocator* m_pLocator;
     CDocumentData* m_pData;
 
     // The free room of the current node chunk and text chunk; m_pTextStart is where the text

@@ -125,7 +125,12 @@ bool DocumentHasChildren(const CNode* node) { return AsDocument(node)->m_pFirstC
 uint32_t DocumentOrder(const CNode* node) { return AsDocument(node)->m_nOrder; }
 
 const CDocumentFragment* AsFragment(const CNode* node) { return static_cast<const CDocumentFragment*>(node); }
-void ReleaseFragment(CNode* node) { delete static_cast<CDocumentFragment*>(node); }
+// A fragment holds one count on the document that owns its records.
+void ReleaseFragment(CNode* node) {
+    CDocument* owner = node->GetOwnerDocument();
+    delete static_cast<CDocumentFragment*>(node);
+    if (--owner->m_nRefCount < 1) ReleaseDocument(owner);
+}
 void FragmentName(const CNode*, DomString& name) { name = u"#document-fragment"; }
 CNode* FragmentFirst(const CNode* node) { return AsFragment(node)->m_pFirstChild; }
 CNode* FragmentLast(const CNode* node) { return AsFragment(node)->m_pLastChild; }

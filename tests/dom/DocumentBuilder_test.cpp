@@ -445,3 +445,27 @@ TEST(DocumentBuilder, RefusesEventsOutOfPlace) {
     late.Start("r").Text("x");
     EXPECT_EQ(DomErrorCode([&] { late.Attribute("a", "1"); }), 3);
 }
+
+TEST(DocumentBuilder, BuildsFragmentsThatKeepTheirDocumentAlive) {
+    TRefPtr<Dom::CDocumentFactory> factory = new Dom::CDocumentFactory(3);
+    Dom::TNodeRef fragment;
+    factory->CreateFragment(fragment);
+    {
+        TRefPtr<Dom::CDocumentBuilder> builder;
+        Dom::CDocumentBuilder::CreateForFragment(fragment, nullptr, nullptr, builder);
+        builder->StartDocument();
+        builder->Characters(u"a", 1);
+        builder->StartElement(u"e");
+        builder->EndElement();
+        builder->Characters(u"b", 1);
+        builder->EndDocument();
+        EXPECT_EQ(DomErrorCode([&] { Dom::CDocumentBuilder::CreateForFragment(fragment->GetOwnerDocument(), nullptr, nullptr, builder); }), 9);
+    }
+    EXPECT_EQ(fragment->GetNodeType(), Dom::DOCUMENT_FRAGMENT_NODE);
+    EXPECT_EQ(fragment->GetNodeName(), u"#document-fragment");
+    EXPECT_EQ(fragment->GetStringValue(), u"ab");
+    EXPECT_EQ(Children(fragment), "t:a e:e t:b");
+    EXPECT_EQ(fragment->GetFirstChild()->GetNextSibling()->GetParentNode(), fragment.Get());
+    EXPECT_EQ(fragment->GetDocumentNumber(), 0x3000001u);
+    fragment = nullptr;  // frees the fragment and, with it, its document
+}
