@@ -300,27 +300,30 @@ void CParser::AddDefaultAttributes() {
     DomStringView element = DomStringView(m_sOpenNames).substr(static_cast<size_t>(m_aOpenStarts.Last()));
     const CElementDecl* decl = dtd->FindElementDecl(element);
     if (!decl) return;
-    DomStringView given = m_sAttributeNames;
     for (const CAttributeDecl& attribute : decl->m_aAttributes) {
-        if (attribute.m_nDefaultKind != CAttributeDecl::DefaultFixed &&
-            attribute.m_nDefaultKind != CAttributeDecl::DefaultPlain) {
-            continue;
-        }
-        bool isGiven = false;
-        for (int i = 0; i < m_aAttributeStarts.GetSize() && !isGiven; ++i) {
-            size_t start = static_cast<size_t>(m_aAttributeStarts[i]);
-            size_t end = i + 1 < m_aAttributeStarts.GetSize() ? static_cast<size_t>(m_aAttributeStarts[i + 1])
-                                                               : given.size();
-            isGiven = given.substr(start, end - start) == attribute.m_sName;
-        }
-        if (isGiven) continue;
+        bool hasDefault = attribute.m_nDefaultKind == CAttributeDecl::DefaultFixed ||
+                          attribute.m_nDefaultKind == CAttributeDecl::DefaultPlain;
+        if (!hasDefault || IsGivenAttribute(attribute.m_sName)) continue;
+        const DomString& value = attribute.m_sDefault;
         m_pHandler->StartAttribute(attribute.m_sName);
-        if (!attribute.m_sDefault.empty()) {
-            m_pScanner->ChargeExpansion(static_cast<int64_t>(attribute.m_sDefault.size()));
-            m_pHandler->Characters(attribute.m_sDefault.data(), static_cast<int>(attribute.m_sDefault.size()));
+        if (!value.empty()) {
+            m_pScanner->ChargeExpansion(static_cast<int64_t>(value.size()));
+            m_pHandler->Characters(value.data(), static_cast<int>(value.size()));
         }
         m_pHandler->EndAttribute();
     }
+}
+
+// Whether the current start tag gave an attribute of this qualified name.
+bool CParser::IsGivenAttribute(DomStringView name) const {
+    DomStringView given = m_sAttributeNames;
+    int count = m_aAttributeStarts.GetSize();
+    for (int i = 0; i < count; ++i) {
+        size_t start = static_cast<size_t>(m_aAttributeStarts[i]);
+        size_t end = i + 1 < count ? static_cast<size_t>(m_aAttributeStarts[i + 1]) : given.size();
+        if (given.substr(start, end - start) == name) return true;
+    }
+    return false;
 }
 
 // At the token where "</" is required. A mismatched name is reported after EndElement, with

@@ -51,15 +51,13 @@ private:
     void Start(CInputSource* source);
     void ParseXmlDeclaration();
     bool ReadPseudoAttribute(DomString& name, DomString& value);
-    void ReadDeclarationEnd();
     void SettleEncoding(const DomString& name);
     void ParseMisc();
-    void ParseComment();
-    void ParseProcessingInstruction();
     void ParseRootElement();
     bool ParseStartTag();
     void ParseAttribute();
     void AddDefaultAttributes();
+    bool IsGivenAttribute(DomStringView name) const;
     void ParseEndTag();
     void ParseContentItem();
 
@@ -77,7 +75,6 @@ private:
     TArray<int> m_aOpenStarts;              // where each open element's name begins
     DomString m_sAttributeNames;            // names given in the current start tag
     TArray<int> m_aAttributeStarts;
-    DomString m_sDefault;
 };
 
 }  // namespace Sxp

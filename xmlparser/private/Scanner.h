@@ -72,7 +72,6 @@ public:
     int GetToken() const { return m_nToken; }
     // The name of a name, reference, markup-declaration, "#" or processing-instruction token.
     DomStringView GetTokenText() const { return m_sToken; }
-    bool IsName(const char16_t* text) const { return m_nToken == TokenName && m_sToken == text; }
     void SetInContent(bool inContent) { m_bInContent = inContent; }
     void SetInDeclaration(bool inDeclaration) { m_bInDeclaration = inDeclaration; }
 
