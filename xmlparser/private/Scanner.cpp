@@ -27,10 +27,10 @@ constexpr SStopSet s_commentStops = MakeStops("-");
 constexpr SStopSet s_cdataStops = MakeStops("]");
 constexpr SStopSet s_piStops = MakeStops("?");
 
-// A thousand-fold blow-up of a small document is still allowed; beyond this many units and
-// beyond this multiple of the document's own size, expansion is refused.
-constexpr int64_t s_nExpansionAllowance = 1 << 24;
-constexpr int64_t s_nExpansionFactor = 8;
+// Entity expansion is refused once it has produced more than this many units and more than this
+// multiple of the units read from the document itself, which stops self-multiplying entities.
+constexpr int64_t s_nExpansionAllowance = 1 << 25;
+constexpr int64_t s_nExpansionFactor = 16;
 
 // The predefined entities. Their replacement texts ("&#60;", ">", "&#38;", "'" and the double
 // quote) each come down to one character, which is appended directly.
