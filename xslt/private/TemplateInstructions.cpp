@@ -29,11 +29,30 @@ void ApplyToNodes(CExecutionContext& context, Xpath::CNodeSet* nodes, const SQNa
     child.Leave();
 }
 
+// Counts a template level for the lifetime of the guard; past the limit the run ends.
+class CTemplateLevel {
+public:
+    explicit CTemplateLevel(CExecutionContext& context) : m_pRuntime(context.GetRuntime()) {
+        if (!m_pRuntime->EnterTemplate()) {
+            m_pRuntime->LeaveTemplate();
+            context.RaiseFatal(CXsltException::UnsupportedFeature, u"nesting of templates deeper than",
+                               Core::WidenLatin1(std::to_string(CRuntime::MaxTemplateDepth)));
+        }
+    }
+    ~CTemplateLevel() { m_pRuntime->LeaveTemplate(); }
+    CTemplateLevel(const CTemplateLevel&) = delete;
+    CTemplateLevel& operator=(const CTemplateLevel&) = delete;
+
+private:
+    CRuntime* m_pRuntime;
+};
+
 void RunBuiltInRule(CExecutionContext& context, const SQName* mode, CBoundParameters* parameters) {
     Dom::CNode* node = context.GetCurrentNode();
     switch (node->GetNodeType()) {
     case Dom::DOCUMENT_NODE:
     case Dom::ELEMENT_NODE: {
+        CTemplateLevel level(context);
         TRefPtr<Xpath::CNodeSet> children;
         context.EvaluateNodeSet(context.GetRuntime()->GetRootModule()->GetBuiltInSelection(), children);
         ApplyToNodes(context, children, mode, parameters);
@@ -118,17 +137,13 @@ void ApplyTemplates(CExecutionContext& context, const SQName* mode, CBoundParame
 
 void InvokeTemplate(CExecutionContext& context, CTemplate* rule, CBoundParameters* parameters, bool asRule) {
     CRuntime* runtime = context.GetRuntime();
-    if (!runtime->EnterTemplate()) {
-        context.RaiseFatal(CXsltException::UnsupportedFeature, u"nesting of templates deeper than",
-                           Core::WidenLatin1(std::to_string(CRuntime::MaxTemplateDepth)));
-    }
+    CTemplateLevel level(context);
     runtime->SetCurrentParameters(parameters);
     CExecutionContext child(context, rule, true);
     if (asRule) child.SetCurrentTemplate(rule);
     rule->Execute(child);
     child.Leave();
     runtime->SetCurrentParameters(nullptr);
-    runtime->LeaveTemplate();
 }
 
 void CSortInstruction::Compile(CCompileContext& compile, TRefPtr<CSortInstruction>& instruction) {

@@ -1,0 +1,5 @@
+<xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
+<xsl:import href="imported.xsl"/>
+<xsl:output method="text"/>
+<xsl:template match="a" priority="-1">[main <xsl:apply-imports/>]</xsl:template>
+</xsl:stylesheet>
