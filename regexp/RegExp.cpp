@@ -41,7 +41,7 @@ int CRegExp::Search(DomStringView text) {
     RegExpPrivate::CMatcher& matcher = GetMatcher();
     int length = static_cast<int>(text.size());
     for (int index = 0; index <= length; ++index)
-        if (matcher.MatchAt(text.data(), length, index)) return index;
+        if (matcher.MayMatchAt(text.data(), length, index) && matcher.MatchAt(text.data(), length, index)) return index;
     return -1;
 }
 
@@ -49,7 +49,7 @@ bool CRegExp::Scan(DomStringView text, int from, CMatchResult& result) {
     RegExpPrivate::CMatcher& matcher = GetMatcher();
     int length = static_cast<int>(text.size());
     for (int index = from < 0 ? 0 : from; index <= length; ++index) {
-        if (matcher.MatchAt(text.data(), length, index)) {
+        if (matcher.MayMatchAt(text.data(), length, index) && matcher.MatchAt(text.data(), length, index)) {
             result.Assign(matcher);
             return true;
         }

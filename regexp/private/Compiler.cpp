@@ -174,6 +174,10 @@ Word CCompiler::ParseQuantifier(Word atom, Word capturesBefore) {
     Code(loop + Loop::Lazy) = lazy ? 1 : 0;
     Code(loop + Loop::FirstCapture) = capturesBefore + 1;
     Code(loop + Loop::CaptureCount) = m_captureCount - capturesBefore;
+    if (!lazy && IsSingleUnitNode(Code(atom))) {
+        Code(loop) = OpRunEnter;
+        Code(loop + 1) = OpRunGiveBack;
+    }
     return loop;
 }
 
@@ -461,39 +465,84 @@ Word CCompiler::EmitListClass(bool negated) {
 // the sequence's second entry. An explicit work list keeps deep patterns off the call stack.
 void CCompiler::Link(Word first) {
     std::vector<std::pair<Word, Word>> work;  // node, continuation
+    std::vector<Word> runs;
+    std::vector<Word> targets{Head::First};  // words that hold the index of a node to go to
     work.emplace_back(first, OpSucceed);
     while (!work.empty()) {
         auto [node, next] = work.back();
         work.pop_back();
         switch (Code(node)) {
             case OpAlternative:
+                targets.insert(targets.end(), {node + Alternative::Left, node + Alternative::Right});
                 Code(node + Alternative::Next) = next;
                 work.emplace_back(Code(node + Alternative::Left), next);
                 work.emplace_back(Code(node + Alternative::Right), next);
                 break;
             case OpSequence:
+                targets.insert(targets.end(), {node + Sequence::First, node + Sequence::Second});
                 Code(node + Sequence::Next) = next;
                 work.emplace_back(Code(node + Sequence::First), node + 1);
                 work.emplace_back(Code(node + Sequence::Second), next);
                 break;
+            case OpRunEnter:
+                runs.push_back(node);
+                [[fallthrough]];
             case OpLoopEnter:
+                targets.insert(targets.end(), {node + Loop::Next, node + Loop::Sub});
                 Code(node + Loop::Next) = next;
                 work.emplace_back(Code(node + Loop::Sub), node + 1);
                 break;
             case OpCaptureEnter:
+                targets.insert(targets.end(), {node + Capture::Next, node + Capture::Sub});
                 Code(node + Capture::Next) = next;
                 work.emplace_back(Code(node + Capture::Sub), node + 1);
                 break;
             case OpLookEnter:
             case OpNotLookEnter:
+                targets.insert(targets.end(), {node + Look::Next, node + Look::Sub});
                 Code(node + Look::Next) = next;
                 work.emplace_back(Code(node + Look::Sub), node + 1);
                 break;
             default:
+                targets.push_back(node + Simple::Next);
                 Code(node + Simple::Next) = next;
                 break;
         }
     }
+    for (Word target : targets) Code(target) = SkipPassThrough(Code(target));
+    for (Word run : runs) Code(run + Loop::Link) = RequiredUnitAt(Code(run + Loop::Next));
+}
+
+// Sequence and empty nodes only pass control on: a jump to one goes straight to where it leads.
+Word CCompiler::SkipPassThrough(Word node) {
+    for (int hops = 0; hops < 100000; ++hops) {
+        switch (Code(node)) {
+            case OpSequence: node = Code(node + Sequence::First); break;
+            case OpSequenceSecond: node = Code(node - 1 + Sequence::Second); break;
+            case OpEmpty: node = Code(node + Simple::Next); break;
+            default: return node;
+        }
+    }
+    return node;
+}
+
+// The unit that must stand in the text where `node` starts, plus one, or 0 if it is not known.
+// Only nodes that consume nothing and never fail are passed through. A run of units gives back
+// only to positions where this unit stands.
+Word CCompiler::RequiredUnitAt(Word node) {
+    for (int hops = 0; hops < 64; ++hops) {
+        switch (Code(node)) {
+            case OpSequence: node = Code(node + Sequence::First); break;
+            case OpSequenceSecond: node = Code(node - 1 + Sequence::Second); break;
+            case OpEmpty: node = Code(node + Simple::Next); break;
+            case OpCaptureEnter: node = Code(node + Capture::Sub); break;
+            case OpCaptureReenter: node = Code(node - 1 + Capture::Next); break;
+            case OpUnit: return Code(node + Simple::Unit) + 1;
+            case OpString: return PackedUnit(m_code.GetWords() + node + Simple::Units, 0) + 1;
+            default: return 0;
+        }
+    }
+    return 0;
 }
 
 }  // namespace RegExpPrivate

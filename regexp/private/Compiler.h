@@ -81,6 +81,8 @@ private:
     Word EmitListClass(bool negated);
     Word EmitUnits(const std::u16string& units);
     void Link(Word first);
+    Word RequiredUnitAt(Word node);
+    Word SkipPassThrough(Word node);
 
     const DomChar* m_pPattern;
     int m_length;

@@ -26,7 +26,7 @@ void CMatcherException::GetMessage(DomString& text) const {
 }
 
 CMatcher::CMatcher(Word* program, bool ignoreCase, bool multiline)
-    : m_bIgnoreCase(ignoreCase), m_bMultiline(multiline), m_pProgram(program) {}
+    : m_bIgnoreCase(ignoreCase), m_bMultiline(multiline), m_pProgram(program), m_firstUnits(program, ignoreCase) {}
 
 bool CMatcher::MatchAt(const DomChar* text, int length, int index) {
     if (index < 0 || index > length) return false;
@@ -87,6 +87,26 @@ bool CMatcher::ClassContains(const Word* node, Word unit) const {
         }
     }
     return inside != (operation == OpNegatedListClass);
+}
+
+// Whether the one-unit node at `node` accepts the text unit `unit`.
+inline bool CMatcher::MatchesOne(const Word* node, Word unit) const {
+    static constexpr std::uint8_t kSets[] = {SetDigit, SetSpace, SetWord};
+    Word operation = node[0];
+    switch (operation) {
+        case OpUnit: return (m_bIgnoreCase ? Fold(unit) : unit) == node[Simple::Unit];
+        case OpAnyButLineEnd: return !IsLineTerminator(unit);
+        case OpEmptyClass: return false;
+        case OpNegatedEmptyClass: return true;
+        case OpBitmapClass:
+        case OpNegatedBitmapClass:
+        case OpListClass:
+        case OpNegatedListClass: return ClassContains(node, m_bIgnoreCase ? Fold(unit) : unit);
+        default: {
+            Word offset = operation - OpDigit;
+            return InSet(unit, kSets[offset / 2]) != ((offset & 1) != 0);
+        }
+    }
 }
 
 // A reference to a capture that is not set matches the empty string.
@@ -310,11 +330,6 @@ bool CMatcher::Run(int start) {
                 if (!BackReference(code[pc + Simple::Unit], pos)) break;
                 pc = code[pc + Simple::Next];
                 continue;
-            case OpUnit:
-                if (pos >= length || unitAt(pos) != code[pc + Simple::Unit]) break;
-                ++pos;
-                pc = code[pc + Simple::Next];
-                continue;
             case OpString: {
                 Word count = code[pc + Simple::Length];
                 if (count > static_cast<Word>(length - pos)) break;
@@ -326,38 +341,63 @@ bool CMatcher::Run(int start) {
                 pc = code[pc + Simple::Next];
                 continue;
             }
+            case OpUnit:
             case OpAnyButLineEnd:
-                if (pos >= length || IsLineTerminator(text[pos])) break;
-                ++pos;
-                pc = code[pc + Simple::Next];
-                continue;
             case OpBitmapClass:
             case OpNegatedBitmapClass:
             case OpListClass:
             case OpNegatedListClass:
-                if (pos >= length || !ClassContains(code + pc, unitAt(pos))) break;
-                ++pos;
-                pc = code[pc + Simple::Next];
-                continue;
             case OpEmptyClass:
-                break;
             case OpNegatedEmptyClass:
-                if (pos >= length) break;
-                ++pos;
-                pc = code[pc + Simple::Next];
-                continue;
             case OpDigit:
             case OpNotDigit:
             case OpSpace:
             case OpNotSpace:
             case OpWord:
-            case OpNotWord: {
-                if (pos >= length) break;
-                static constexpr std::uint8_t kSets[] = {SetDigit, SetSpace, SetWord};
-                Word offset = code[pc] - OpDigit;
-                if (InSet(text[pos], kSets[offset / 2]) == ((offset & 1) != 0)) break;
+            case OpNotWord:
+                if (pos >= length || !MatchesOne(code + pc, text[pos])) break;
                 ++pos;
                 pc = code[pc + Simple::Next];
+                continue;
+
+            case OpRunEnter: {
+                // Consume the longest run, then give back one unit per backtrack down to the
+                // minimum, skipping positions where the unit that must follow is absent.
+                const Word* sub = code + code[pc + Loop::Sub];
+                Word max = code[pc + Loop::Max];
+                Word count = 0;
+                while (count < max && pos + static_cast<int>(count) < length &&
+                       MatchesOne(sub, text[pos + static_cast<int>(count)]))
+                    ++count;
+                if (count < code[pc + Loop::Min]) break;
+                std::int64_t lower = pos + static_cast<std::int64_t>(code[pc + Loop::Min]);
+                std::int64_t end = pos + static_cast<std::int64_t>(count);
+                Word required = code[pc + Loop::Link];
+                while (required && end >= lower && (end >= length || unitAt(static_cast<int>(end)) + 1 != required))
+                    --end;
+                if (end < lower) break;
+                need(3);
+                stack[sp++] = static_cast<Word>(lower);
+                stack[sp++] = static_cast<Word>(end);
+                stack[sp++] = pc + 1;
+                pos = static_cast<int>(end);
+                pc = code[pc + Loop::Next];
+                continue;
+            }
+            case OpRunGiveBack: {
+                std::int64_t lower = stack[sp - 2];
+                std::int64_t end = stack[sp - 1];
+                Word required = code[pc - 1 + Loop::Link];
+                do --end;
+                while (required && end >= lower && unitAt(static_cast<int>(end)) + 1 != required);
+                if (end < lower) {
+                    sp -= 2;
+                    break;
+                }
+                stack[sp - 1] = static_cast<Word>(end);
+                stack[sp++] = pc;
+                pos = static_cast<int>(end);
+                pc = code[pc - 1 + Loop::Next];
                 continue;
             }
             default:

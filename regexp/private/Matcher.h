@@ -3,6 +3,7 @@
 #pragma once
 #include "core/DomString.h"
 #include "core/Exception.h"
+#include "regexp/private/FirstUnits.h"
 #include "regexp/private/Program.h"
 #include "regexp/private/WordBuffer.h"
 
@@ -31,6 +32,11 @@ public:
     // for the next attempt.
     bool MatchAt(const DomChar* text, int length, int index);
 
+    // False only if an attempt at `index` cannot match: a scan skips such positions.
+    bool MayMatchAt(const DomChar* text, int length, int index) const {
+        return m_firstUnits.MayMatchAt(text, length, index);
+    }
+
     // Spans after a successful attempt: 0 is the whole match, n capture n; an unset span starts at -1.
     int GetSpanCount() const { return static_cast<int>(m_aSpans.size() / 2); }
     int GetSpanStart(int n) const { return m_aSpans[2 * n]; }
@@ -43,6 +49,7 @@ private:
     void PopSpans(const Word* stack, Word& sp, Word first, Word count);
     void ResetSpans(Word first, Word count);
     bool ClassContains(const Word* node, Word unit) const;
+    bool MatchesOne(const Word* node, Word unit) const;
     bool BackReference(Word number, int& position) const;
 
     const DomChar* m_pText = nullptr;
@@ -50,6 +57,7 @@ private:
     bool m_bIgnoreCase;
     bool m_bMultiline;
     Word* m_pProgram;
+    CFirstUnits m_firstUnits;
     int m_nPosition = 0;
     std::vector<std::int32_t> m_aSpans;
     CWordBuffer m_stack;

@@ -32,6 +32,10 @@ enum EOperation : Word {
     OpNotLookEnter = 35, OpNotLookMatched = 36, OpNotLookFailed = 37,
     OpBackReference = 38,
     OpDigit = 39, OpNotDigit = 40, OpSpace = 41, OpNotSpace = 42, OpWord = 43, OpNotWord = 44,
+    // A greedy loop over an atom of one unit without captures takes the layout of a quantified
+    // atom with these two codes in front: it consumes the longest run at once and gives back
+    // one unit per backtrack, with no loop record.
+    OpRunEnter = 45, OpRunGiveBack = 46,
 };
 
 // Word offsets inside the nodes, counted from the node's first code word.
@@ -76,5 +80,16 @@ enum EClassItemKind : Word {
 // Reads the 16-bit unit at `index` of the units packed two to a word from `words`.
 inline Word PackedUnit(const Word* words, Word index) { return (words[index >> 1] >> ((index & 1) * 16)) & 0xFFFF; }
 inline Word PackedByte(const Word* words, Word index) { return (words[index >> 2] >> ((index & 3) * 8)) & 0xFF; }
+
+}  // namespace RegExpPrivate
+
+namespace RegExpPrivate {
+
+// Nodes that match exactly one unit of the text and hold no captures.
+inline bool IsSingleUnitNode(Word operation) {
+    return operation == OpUnit || operation == OpAnyButLineEnd ||
+           (operation >= OpBitmapClass && operation <= OpNegatedEmptyClass) ||
+           (operation >= OpDigit && operation <= OpNotWord);
+}
 
 }  // namespace RegExpPrivate

@@ -121,6 +121,18 @@ const SMatchCase kMatchCases[] = {
     {u"[^a]", "i", u"Ab", "1:b"},
     {u"[\\da-c]+", "i", u"x1Cb", "1:1Cb"},
     {u"HeLLo", "i", u"say hello", "4:hello"},
+    // Runs of one-unit atoms give back down to where the following unit stands; scans skip
+    // positions where no match can begin.
+    {u"\\w+B", "i", u"xxbyyb z", "0:xxbyyb"},
+    {u"a{2,3}a", "", u"aaaa", "0:aaaa"},
+    {u"[^a]+c", "", u"bbbcb", "0:bbbc"},
+    {u"(\\d+)5", "", u"12345 55", "0:12345|1234"},
+    {u"x*", "", u"ab", "0:"},
+    {u"(?:ab)+c|\\d", "", u"xx ababc 5", "3:ababc"},
+    {u"\u0100+x", "", u"a\u0100\u0100x", "1:\u0100\u0100x"},
+    {u"[a\u0100-\u0200]y", "", u"by \u0150y", "3:\u0150y"},
+    {u"(?=b)\\w|c", "", u"abc", "1:b"},
+    {u"^$|b", "m", u"a\n\nb", "2:"},
     // Real-world shapes.
     {u"^[\\w.+-]+@[\\w-]+(\\.[\\w-]+)+$", "", u"john.doe+x@mail.example.org", "0:john.doe+x@mail.example.org|.org"},
     {u"^[\\w.+-]+@[\\w-]+(\\.[\\w-]+)+$", "", u"john@localhost", "none"},
