@@ -2,9 +2,6 @@
 // walked with an explicit stack of open elements so that nesting depth costs no recursion.
 #include "xmlparser/Parser.h"
 
-#include "core/Latin1Encoding.h"
-#include "core/Utf16Encoding.h"
-#include "core/Utf8Encoding.h"
 #include "xmlparser/private/CharClass.h"
 #include "xmlparser/private/DtdParser.h"
 #include "xmlparser/private/Scanner.h"
@@ -51,24 +48,14 @@ bool IsEncodingName(const DomString& value) {
 
 }  // namespace
 
-CParser::CParser() {
-    m_aEncodings.Add(new Core::CUtf8Encoding());
-    m_aEncodings.Add(new Core::CUtf16Encoding(true));
-    m_aEncodings.Add(new Core::CLatin1Encoding());
-}
+// The parser's own encodings: UTF-8, UTF-16 with the most significant byte first, ISO-8859-1.
+CParser::CParser() : m_pEncodings(new Core::CEncodingTable()) {}
 
 CParser::~CParser() = default;
 
 void CParser::ParseUri(const DomString& systemId) {
     TRefPtr<CInputSource> source = new CInputSource(systemId);
     Parse(source);
-}
-
-Core::IEncoding* CParser::FindEncoding(DomStringView name) const {
-    for (const TRefPtr<Core::IEncoding>& encoding : m_aEncodings) {
-        if (EqualsIgnoringAsciiCase(encoding->GetName(), name)) return encoding;
-    }
-    return nullptr;
 }
 
 void CParser::Parse(CInputSource* source) {
@@ -103,7 +90,7 @@ void CParser::Start(CInputSource* source) {
     m_aOpenStarts.Clear();
     SEncodingState& state = m_pScanner->GetEncodingState();
     if (!source->GetEncoding().empty()) {
-        state.m_pEncoding = FindEncoding(source->GetEncoding());
+        state.m_pEncoding = m_pEncodings->Find(source->GetEncoding());
         if (!state.m_pEncoding) m_pScanner->Fail(Code::UnsupportedEncoding);
     }
     TRefPtr<CSourceReader> reader;
@@ -177,7 +164,7 @@ bool CParser::ReadPseudoAttribute(DomString& name, DomString& value) {
 // The declared encoding takes over, unless the source named one, which it must then agree with.
 // What detection found is overruled without a word.
 void CParser::SettleEncoding(const DomString& name) {
-    Core::IEncoding* declared = FindEncoding(name);
+    Core::IEncoding* declared = m_pEncodings->Find(name);
     if (!declared) m_pScanner->Fail(Code::UnsupportedEncoding);
     SEncodingState& state = m_pScanner->GetEncodingState();
     if (!state.m_pEncoding) {

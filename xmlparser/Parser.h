@@ -3,7 +3,7 @@
 // external. Parse runs to the end or throws a Sxp::CParseException.
 #pragma once
 #include "core/Array.h"
-#include "core/Encoding.h"
+#include "core/EncodingTable.h"
 #include "xmlparser/ContentHandler.h"
 #include "xmlparser/InputSource.h"
 
@@ -47,7 +47,6 @@ public:
     void SetBaseUri(const DomString& text) override { m_sBaseUri = text; }
 
 private:
-    Core::IEncoding* FindEncoding(DomStringView name) const;
     void Start(CInputSource* source);
     void ParseXmlDeclaration();
     bool ReadPseudoAttribute(DomString& name, DomString& value);
@@ -66,7 +65,7 @@ private:
     TRefPtr<IEntityResolver> m_pEntityResolver;
     TRefPtr<IErrorHandler> m_pErrorHandler;
     DomString m_sBaseUri;
-    TArray<TRefPtr<Core::IEncoding>> m_aEncodings;
+    TRefPtr<Core::CEncodingTable> m_pEncodings;  // the encodings a document or source can name
 
     // The state of one parse.
     TRefPtr<XmlParserPrivate::CScanner> m_pScanner;
