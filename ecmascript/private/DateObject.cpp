@@ -114,13 +114,13 @@ TRefPtr<CValue> CDatePrototype::CallNative(int index, CObject* thisObject, const
         case DateGetTime: return CValue::Number(t);
         default: break;
     }
-    if (index < DateSetTime) return CValue::Number(Get(index, t));
-    CNumber value = Set(index, t, arguments);
+    if (index < DateSetTime) return CValue::Number(GetField(index, t));
+    CNumber value = SetFields(index, t, arguments);
     self->SetValue(CValue::Number(value));
     return CValue::Number(value);
 }
 
-CNumber CDatePrototype::Get(int index, const CNumber& t) {
+CNumber CDatePrototype::GetField(int index, const CNumber& t) {
     if (t.IsNaN()) return CNumber::NaN();
     if (index == DateGetYear) return YearFromTime(LocalTime(t)).Subtract(CNumber::FromInteger(1900));
     if (index == DateGetTimezoneOffset) return t.Subtract(LocalTime(t)).Divide(CNumber::FromInteger(60000));
@@ -128,7 +128,7 @@ CNumber CDatePrototype::Get(int index, const CNumber& t) {
     return kGetterHelpers[offset / 2](offset % 2 ? t : LocalTime(t));
 }
 
-CNumber CDatePrototype::Set(int index, const CNumber& t, const CValueList& arguments) {
+CNumber CDatePrototype::SetFields(int index, const CNumber& t, const CValueList& arguments) {
     if (index == DateSetTime) return TimeClip(ToNumber(arguments[0]));
     if (index == DateSetYear) {
         CNumber year = ToNumber(arguments[0]);

@@ -23,8 +23,8 @@ public:
                                            const EcmaScript::CValueList& arguments) override;
 
 private:
-    EcmaScript::CNumber Get(int index, const EcmaScript::CNumber& t);
-    EcmaScript::CNumber Set(int index, const EcmaScript::CNumber& t, const EcmaScript::CValueList& arguments);
+    EcmaScript::CNumber GetField(int index, const EcmaScript::CNumber& t);
+    EcmaScript::CNumber SetFields(int index, const EcmaScript::CNumber& t, const EcmaScript::CValueList& arguments);
 };
 
 class CDateConstructor : public EcmaScript::CObject {
