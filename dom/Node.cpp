@@ -106,6 +106,8 @@ void PiAppend(const CNode* node, DomString& value) { value += AsPi(node)->m_pDat
 const CNamespaceNode* AsBinding(const CNode* node) { return static_cast<const CNamespaceNode*>(node); }
 void BindingName(const CNode* node, DomString& name) { name = AsBinding(node)->m_sPrefix; }
 void BindingValue(const CNode* node, DomString& value) { value = AsBinding(node)->m_sUri; }
+// A namespace node has no name record; its local name is its prefix, so that name tests such
+// as namespace::xml work.
 CNode* BindingOwner(const CNode* node) { return AsBinding(node)->m_pOwner; }
 uint32_t BindingOrder(const CNode* node) { return AsBinding(node)->m_nOrder; }
 void BindingAppend(const CNode* node, DomString& value) { value += AsBinding(node)->m_sUri; }
@@ -176,7 +178,7 @@ extern const CNodeOps g_oProcessingInstructionOps = {
 extern const CNodeOps g_oNamespaceOps = {
     false,        ReleaseNothing, BindingName,   BindingValue,  RefuseSetValue, BindingOwner, RefuseChildNodes,
     NoNode,       NoNode,         NoNode,        NoNode,        NoList,         NoList,       RefuseInsert,
-    RefuseInsert, RefuseRemove,   RefuseRemove,  NoChildren,    RefuseClone,    EmptyText,    EmptyText,
+    RefuseInsert, RefuseRemove,   RefuseRemove,  NoChildren,    RefuseClone,    EmptyText,    BindingName,
     BindingOrder, BindingAppend,  NoName,
 };
 extern const CNodeOps g_oDocumentOps = {

@@ -110,7 +110,9 @@ public:
     DomString GetStringValue() const;
     void AppendStringValue(DomString& value) const { m_pClass->m_pOps->AppendStringValue(this, value); }
 
-    // Allocation-free access for the engine.
+    // Allocation-free access for the engine. Only elements and attributes have a name record;
+    // a namespace node's local name is its prefix (CNamespaceNode::m_sPrefix), and a processing
+    // instruction's name is its target with an empty local name.
     const CName* GetName() const { return m_pClass->m_pOps->GetName(this); }
     // Attributes and namespace nodes of an element by index; 0 and null for other kinds.
     int GetAttributeCount() const;

@@ -70,6 +70,9 @@ TEST(NodeModel, NamesCarryNamespaceUriAndLocalName) {
     EXPECT_EQ(sample.root->GetNamespaceUri(), u"");
     EXPECT_EQ(sample.root->GetLocalName(), u"r");
     EXPECT_EQ(sample.Text()->GetLocalName(), u"");
+    EXPECT_EQ(sample.Pi()->GetLocalName(), u"");
+    EXPECT_EQ(sample.Binding()->GetLocalName(), u"q");
+    EXPECT_EQ(sample.Binding()->GetNamespaceUri(), u"");
     EXPECT_EQ(sample.Text()->GetName(), nullptr);
 }
 
