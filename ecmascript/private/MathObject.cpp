@@ -81,8 +81,7 @@ double Random() {
     return (std::rand() & 0x7FFF) * 3.0518509475997192e-05;
 }
 
-}  // namespace
-
+// Function number `index` on its arguments.
 CNumber MathFunction(int index, const CNumber& xNumber, const CNumber& yNumber) {
     double x = xNumber.GetDouble();
     double y = yNumber.GetDouble();
@@ -107,6 +106,8 @@ CNumber MathFunction(int index, const CNumber& xNumber, const CNumber& yNumber) 
         default: return Result(std::tan(x));
     }
 }
+
+}  // namespace
 
 CMathObject::CMathObject(CGlobalObject* global) : CObject(global, global->GetObjectPrototype()) {
     const uint32_t fixed = ReadOnly | DontEnum | DontDelete;

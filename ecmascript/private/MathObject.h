@@ -12,7 +12,4 @@ public:
                                            const EcmaScript::CValueList& arguments) override;
 };
 
-// The functions by index, on numbers: exposed for the unit tests of the special-value tables.
-EcmaScript::CNumber MathFunction(int index, const EcmaScript::CNumber& x, const EcmaScript::CNumber& y);
-
 }  // namespace EcmaScriptPrivate
