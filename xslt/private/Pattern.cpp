@@ -1,0 +1,119 @@
+// Matching of path patterns from the node upward, their default priorities and name hashes,
+// and the anchors.
+#include "xslt/private/Pattern.h"
+
+#include "core/Hash.h"
+#include "xpath/NodeTest.h"
+#include "xpath/PathExpr.h"
+#include "xpath/XpathException.h"
+#include "xslt/private/PatternAnchor.h"
+#include "xslt/private/PatternException.h"
+#include "xslt/private/PatternStep.h"
+
+namespace XsltPrivate {
+
+CPathPattern::CPathPattern(CPatternAnchor* anchor) : m_pAnchor(anchor) {}
+
+CPathPattern::~CPathPattern() = default;
+
+// Steps are taken from the innermost. A matched step moves to the parent; a gap records in
+// the stack the next ancestor to retry from, and backtracking resumes at the nearest gap
+// that still has one.
+bool CPathPattern::Match(IPatternContext* context, Dom::CNode* node) const {
+    const int count = m_aSteps.GetSize();
+    Dom::CNode** stack = count ? context->GetNodeStack(count) : nullptr;
+    Dom::CNode* current = node;
+    int i = count;
+    for (;;) {
+        bool failed = false;
+        while (--i >= 0) {
+            const CPatternStep* step = m_aSteps[i];
+            if (step->IsGap()) {
+                stack[i] = current->GetParentNode();
+                continue;
+            }
+            if (!step->Matches(context, current)) {
+                failed = true;
+                break;
+            }
+            current = current->GetParentNode();
+            if (!current) return false;
+            stack[i] = nullptr;
+        }
+        if (!failed && m_pAnchor->Matches(context, current)) return true;
+        do {
+            if (++i >= count) return false;
+        } while (!stack[i]);
+        current = stack[i];
+        stack[i] = current->GetParentNode();
+    }
+}
+
+double CPathPattern::GetDefaultPriority() const {
+    if (m_pAnchor->GetKind() != CPatternAnchor::Relative || m_aSteps.GetSize() != 1) return 0.5;
+    const Xpath::CStepExpr* step = m_aSteps[0]->GetStepExpr();
+    if (!step) return 0.5;
+    if (!step->GetPredicates().IsEmpty()) return 0.5;
+    switch (step->GetTest()->GetKind()) {
+        case Xpath::TestName:
+        case Xpath::TestProcessingInstructionTarget: return 0;
+        case Xpath::TestNamespace: return -0.25;
+        default: return -0.5;
+    }
+}
+
+int32_t CPathPattern::GetNameHash() const {
+    if (m_nNameHash != -2) return m_nNameHash;
+    m_nNameHash = -1;
+    const Xpath::CStepExpr* step = m_aSteps.IsEmpty() ? nullptr : m_aSteps.Last()->GetStepExpr();
+    if (step) {
+        DomString name;
+        step->GetTest()->GetLocalName(name);
+        if (!name.empty()) m_nNameHash = static_cast<int32_t>(Core::HashText(name));
+    }
+    return m_nNameHash;
+}
+
+void CPattern::CreateFailed(TRefPtr<CPattern>& pattern, Core::IException* failure) {
+    pattern = new CPattern();
+    pattern->AddPath(new CPathPattern(new CFailedAnchor(failure)));
+}
+
+bool CPattern::Matches(IPatternContext* context, Dom::CNode* node) const {
+    for (const TRefPtr<CPathPattern>& path : m_aPaths) {
+        if (path->Match(context, node)) return true;
+    }
+    return false;
+}
+
+// A tree root of the same document as the current node: the document node, or the root of a
+// fragment of it.
+bool CRootAnchor::Matches(IPatternContext* context, Dom::CNode* node) const {
+    int type = node->GetNodeType();
+    if (type != Dom::DOCUMENT_NODE && type != Dom::DOCUMENT_FRAGMENT_NODE) return false;
+    Dom::CNode* current = context->GetCurrentNode();
+    return current && !node->GetParentNode() && node->GetOwnerDocument() == current->GetOwnerDocument();
+}
+
+bool CIdAnchor::Matches(IPatternContext* context, Dom::CNode* node) const {
+    DomString id;
+    return context->GetElementId(node, id) && id == m_sLiteral;
+}
+
+bool CKeyAnchor::Matches(IPatternContext* context, Dom::CNode* node) const {
+    DomString uri;
+    if (!m_sPrefix.empty() && !context->ResolvePrefix(m_sPrefix, uri))
+        throw new CPatternException(CPatternException::InvalidPrefix, m_sPrefix);
+    return context->MatchKey(node, uri, m_sLocalName, m_sLiteral);
+}
+
+CFailedAnchor::~CFailedAnchor() { delete m_pFailure; }
+
+bool CFailedAnchor::Matches(IPatternContext*, Dom::CNode*) const {
+    if (auto* pattern = dynamic_cast<const CPatternException*>(m_pFailure)) throw new CPatternException(*pattern);
+    if (auto* xpath = dynamic_cast<const Xpath::CXpathException*>(m_pFailure))
+        throw new Xpath::CXpathException(*xpath);
+    throw new CPatternException(CPatternException::InvalidPatternSyntax);
+}
+
+}  // namespace XsltPrivate
