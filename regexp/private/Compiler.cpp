@@ -427,6 +427,9 @@ Word CCompiler::EmitClass(bool negated) {
     if (m_aClassItems.empty()) return NewNode(2, negated ? OpNegatedEmptyClass : OpEmptyClass);
     for (const CClassItem& item : m_aClassItems)
         if (item.nKind > ItemRange) return EmitListClass(negated);
+    // A wide class of few items would make a large bitmap; its list matches the same units.
+    Word width = m_nClassHigh - m_nClassLow + 1;
+    if (width > 1024 && m_aClassItems.size() * 16 < width) return EmitListClass(negated);
     return EmitBitmapClass(negated);
 }
 
@@ -509,13 +512,15 @@ void CCompiler::Link(Word first) {
                 break;
         }
     }
-    for (Word target : targets) Code(target) = SkipPassThrough(Code(target));
+    // Inner nodes first, so that outer jumps find their way already shortened.
+    for (auto target = targets.rbegin(); target != targets.rend(); ++target) Code(*target) = SkipPassThrough(Code(*target));
     for (Word run : runs) Code(run + Loop::Link) = RequiredUnitAt(Code(run + Loop::Next));
 }
 
 // Sequence and empty nodes only pass control on: a jump to one goes straight to where it leads.
+// Stopping early is harmless, since every node on the way leads to the same place.
 Word CCompiler::SkipPassThrough(Word node) {
-    for (int hops = 0; hops < 100000; ++hops) {
+    for (int hops = 0; hops < 64; ++hops) {
         switch (Code(node)) {
             case OpSequence: node = Code(node + Sequence::First); break;
             case OpSequenceSecond: node = Code(node - 1 + Sequence::Second); break;

@@ -101,6 +101,18 @@ TEST(RegExpCompiler, DeepNestingIsRefusedAndLongPatternsCompile) {
     EXPECT_EQ(Outcome(alternatives + u"c"), "ok");
 }
 
+TEST(RegExpCompiler, ManyWideClassesStaySmallAndMatch) {
+    std::u16string pattern;
+    for (int i = 0; i < 20000; ++i) pattern += u"[\\u0000-\\uffff]";
+    TRefPtr<EcmaScript::CRegExp> wide = new EcmaScript::CRegExp(pattern, false, false, false);
+    EcmaScript::CMatchResult result;
+    EXPECT_FALSE(wide->MatchAt(std::u16string(19999, u'\uabcd'), 0, result));
+    EXPECT_TRUE(wide->MatchAt(u"x" + std::u16string(20000, u'\uabcd'), 0, result));
+    TRefPtr<EcmaScript::CRegExp> ranges = new EcmaScript::CRegExp(u"[a\\u4e00-\\u9fff]+", false, false, false);
+    EXPECT_EQ(ranges->Search(u"b\u4e2d\u6587"), 1);
+    EXPECT_EQ(ranges->Search(u"\u3042"), -1);
+}
+
 TEST(RegExpCompiler, EveryShortPatternCompilesOrFailsWithAMessage) {
     const char16_t alphabet[] = u"a()[]{}|*+?^$\\-,.:=!1bdw0xu";
     const int size = static_cast<int>(sizeof(alphabet) / sizeof(alphabet[0])) - 1;
