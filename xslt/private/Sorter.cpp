@@ -1,0 +1,100 @@
+// Rows of key strings sorted with the program's quicksort over a permutation of row numbers.
+#include "xslt/private/Sorter.h"
+
+#include "core/Sort.h"
+
+namespace XsltPrivate {
+
+// The quicksort's view of a sorter: items are places in the permutation.
+class CRowOrder : public Core::ISortable {
+public:
+    explicit CRowOrder(CSorter& sorter) : m_sorter(sorter) {}
+    int GetSize() override { return m_sorter.m_aOrder.GetSize(); }
+    int Compare(int i, int j) override { return m_sorter.CompareRows(m_sorter.m_aOrder[i], m_sorter.m_aOrder[j]); }
+    void Swap(int i, int j) override {
+        int32_t row = m_sorter.m_aOrder[i];
+        m_sorter.m_aOrder[i] = m_sorter.m_aOrder[j];
+        m_sorter.m_aOrder[j] = row;
+    }
+
+private:
+    CSorter& m_sorter;
+};
+
+namespace {
+
+class CSortedIterator : public Xpath::CNodeIterator {
+public:
+    explicit CSortedIterator(CSortedNodeSet* nodeSet) : Xpath::CNodeIterator(nodeSet), m_pSorter(nodeSet->GetSorter()) {
+        Step();
+    }
+    void Next() override { Step(); }
+
+private:
+    void Step() {
+        if (m_nIndex < m_pSorter->GetCount())
+            MoveTo(m_pSorter->GetNode(m_nIndex++));
+        else
+            Rewind();
+    }
+
+    CSorter* m_pSorter;  // kept alive by the node-set
+    int32_t m_nIndex = 0;
+};
+
+}  // namespace
+
+void CSorter::AddKey(const CSortKeyInfo& key) { m_aKeys.Add(key); }
+
+void CSorter::AddNode(Dom::CNode* node, TArray<DomString>& keys) {
+    const int count = m_aKeys.GetSize();
+    m_aOrder.Add(m_aNodes.GetSize());
+    m_aNodes.Add(node);
+    for (int k = 0; k < count; ++k) {
+        DomString text;
+        if (k < keys.GetSize()) text = std::move(keys[k]);
+        m_aNumbers.Add(m_aKeys[k].m_nDataType == CSortKeyInfo::Number ? ReadSortNumber(text) : 0.0);
+        m_aStrings.Add(std::move(text));
+    }
+    m_bSorted = false;
+}
+
+int CSorter::CompareRows(int32_t a, int32_t b) const {
+    const int count = m_aKeys.GetSize();
+    for (int k = 0; k < count; ++k) {
+        const CSortKeyInfo& key = m_aKeys[k];
+        const int ia = a * count + k, ib = b * count + k;
+        int result;
+        if (key.m_nDataType == CSortKeyInfo::Number) {
+            double x = m_aNumbers[ia], y = m_aNumbers[ib];
+            result = x < y ? -1 : (x > y ? 1 : 0);
+        } else {
+            result = CompareSortText(m_aStrings[ia], m_aStrings[ib], GetSortRanks(key.m_nCaseOrder));
+        }
+        if (result != 0) return key.m_nOrder == CSortKeyInfo::Descending ? -result : result;
+    }
+    return a < b ? -1 : (a > b ? 1 : 0);
+}
+
+void CSorter::Sort() {
+    if (m_bSorted) return;
+    m_bSorted = true;
+    if (m_aKeys.IsEmpty()) return;
+    CRowOrder order(*this);
+    Core::Sort(order);
+}
+
+void CSorter::CreateCursor(TRefPtr<Xpath::CNodeIterator>& cursor) {
+    TRefPtr<CSortedNodeSet> nodeSet(new CSortedNodeSet(this));
+    nodeSet->CreateIterator(cursor);
+}
+
+CSortedNodeSet::CSortedNodeSet(CSorter* sorter) : m_pSorter(sorter) {}
+
+CSortedNodeSet::~CSortedNodeSet() = default;
+
+void CSortedNodeSet::CreateIterator(TRefPtr<Xpath::CNodeIterator>& iterator) {
+    iterator = new CSortedIterator(this);
+}
+
+}  // namespace XsltPrivate
