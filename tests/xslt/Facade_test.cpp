@@ -51,8 +51,8 @@ TEST(ParameterList, KeepsOrderAndDuplicatesAndCopiesOverTheTarget) {
     copy->AddParameter(u"stale", u"x");
     copy->CopyFrom(*list);
     ASSERT_EQ(copy->GetCount(), 3);
-    EXPECT_EQ(copy->Get(0).sValue, u"1+1");
-    EXPECT_EQ(copy->Get(1).sValue, u"b=c");
+    EXPECT_EQ(copy->Get(0).pValue->GetString(), u"1+1");
+    EXPECT_EQ(copy->Get(1).pValue->GetString(), u"b=c");
     EXPECT_EQ(copy->Get(0).sLocalName, u"");
     EXPECT_EQ(copy->Get(2).sNamespaceUri, u"urn:p");
     copy->CopyFrom(*copy);
