@@ -43,15 +43,25 @@ void CContext::PopScope() {
 
 // Variable scopes (the global and activation objects) are searched in their own table
 // directly; any other object of the chain through HasProperty.
-CObject* CContext::FindScope(const CName& name) const {
+CObject* CContext::FindScope(const CName& name, SPropertyEntry** entry) const {
     for (int i = m_nDepth - 1; i >= 0; --i) {
         CObject* scope = GetScope(i);
-        if (scope->IsVariableScope() ? scope->FindOwn(name) != nullptr : scope->HasProperty(name)) return scope;
+        if (!scope->IsVariableScope()) {
+            if (scope->HasProperty(name)) return scope;
+        } else if (SPropertyEntry* found = scope->FindOwn(name)) {
+            if (entry) *entry = found;
+            return scope;
+        }
     }
     return nullptr;
 }
 
 void CContext::Resolve(const CName& name, CReference& reference) const { reference.pBase = FindScope(name); }
+
+void CContext::Resolve(const CName& name, CReference& reference, SPropertyEntry*& entry) const {
+    entry = nullptr;
+    reference.pBase = FindScope(name, &entry);
+}
 
 TRefPtr<CValue> CContext::Lookup(const CName& name) const {
     for (int i = m_nDepth - 1; i >= 0; --i) {

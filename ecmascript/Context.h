@@ -32,6 +32,8 @@ public:
     // Finds the innermost object of the chain that has the name; none gives a reference
     // without base.
     void Resolve(const CName& name, CReference& reference) const;
+    // The same, also giving the entry when the base is a variable scope, else none.
+    void Resolve(const CName& name, CReference& reference, SPropertyEntry*& entry) const;
     // GetValue of the identifier: fails with "GetValue: invalid reference" when unresolved.
     TRefPtr<CValue> Lookup(const CName& name) const;
     // PutValue of the identifier: an unresolved name lands on the global object.
@@ -40,7 +42,7 @@ public:
     void AssignTo(CObject* base, const CName& name, CValue* value) const;
 
 private:
-    CObject* FindScope(const CName& name) const;
+    CObject* FindScope(const CName& name, SPropertyEntry** entry = nullptr) const;
 
     static const int kInline = 3;
     TRefPtr<CObject> m_apInline[kInline];

@@ -29,19 +29,42 @@ SPropertyEntry* CPropertyTable::Find(const CName& name) const {
 }
 
 SPropertyEntry* CPropertyTable::Add(const CName& name, CValue* value, uint32_t attributes, int32_t nativeIndex) {
-    if (m_nCount >= m_nCapacity * 3 / 4) Grow();
     SPropertyEntry* entry = new SPropertyEntry;
     entry->sName = name.GetText();
     entry->pValue = value;
     entry->nNativeIndex = nativeIndex;
     entry->nAttributes = attributes;
     entry->nHash = name.GetHash();
+    Insert(entry);
+    return entry;
+}
+
+void CPropertyTable::AddExternal(SPropertyEntry* entry, const CName& name, CValue* value, uint32_t attributes) {
+    entry->sName = name.GetText();
+    entry->pValue = value;
+    entry->nNativeIndex = -1;
+    entry->nAttributes = attributes;
+    entry->nHash = name.GetHash();
+    entry->bExternal = true;
+    Insert(entry);
+}
+
+void CPropertyTable::Insert(SPropertyEntry* entry) {
+    if (m_nCount >= m_nCapacity * 3 / 4) Grow();
     int mask = m_nCapacity - 1;
     int slot = entry->nHash & mask;
     while (m_pSlots[slot]) slot = (slot + 1) & mask;
     m_pSlots[slot] = entry;
     ++m_nCount;
-    return entry;
+}
+
+void CPropertyTable::Discard(SPropertyEntry* entry) {
+    if (!entry) return;
+    if (entry->bExternal) {
+        entry->pValue = nullptr;
+    } else {
+        delete entry;
+    }
 }
 
 void CPropertyTable::Grow() {
@@ -71,7 +94,8 @@ void CPropertyTable::Remove(SPropertyEntry* entry) {
         if (m_pSlots[i] == entry) {
             m_pSlots[i] = nullptr;
             --m_nCount;
-            delete entry;
+            ++m_nRemovals;
+            Discard(entry);
             return;
         }
     }
@@ -81,6 +105,7 @@ void CPropertyTable::Remove(SPropertyEntry* entry) {
 // look at this table again.
 void CPropertyTable::Clear() {
     if (!m_pSlots) return;
+    ++m_nRemovals;
     SPropertyEntry* inlineCopy[kInlineSlots];
     SPropertyEntry** slots = m_pSlots;
     int capacity = m_nCapacity;
@@ -90,7 +115,7 @@ void CPropertyTable::Clear() {
     }
     m_pSlots = nullptr;
     m_nCapacity = m_nCount = 0;
-    for (int i = 0; i < capacity; ++i) delete slots[i];
+    for (int i = 0; i < capacity; ++i) Discard(slots[i]);
     if (slots != inlineCopy) delete[] slots;
 }
 

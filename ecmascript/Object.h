@@ -21,6 +21,7 @@ struct SPropertyEntry {
     int32_t nNativeIndex = -1;
     uint32_t nAttributes = 0;
     int32_t nHash = 0;
+    bool bExternal = false;  // storage owned by the object, not the table
 };
 
 // Open addressing with linear probing. Deletion leaves no mark, so a lookup walks the whole
@@ -35,9 +36,13 @@ public:
     SPropertyEntry* Find(const CName& name) const;
     // Adds an entry for a name known to be absent.
     SPropertyEntry* Add(const CName& name, CValue* value, uint32_t attributes, int32_t nativeIndex = -1);
+    // Adds an entry whose storage the caller owns and keeps alive as long as the table.
+    void AddExternal(SPropertyEntry* entry, const CName& name, CValue* value, uint32_t attributes);
     void Remove(SPropertyEntry* entry);
     void Clear();
 
+    // Counts removals: an entry found before is still alive while this is unchanged.
+    uint32_t GetRemovals() const { return m_nRemovals; }
     int GetCapacity() const { return m_nCapacity; }
     int GetCount() const { return m_nCount; }
     SPropertyEntry* GetSlot(int slot) const { return m_pSlots[slot]; }
@@ -45,6 +50,8 @@ public:
 private:
     void Grow();
     void FreeSlots();
+    void Insert(SPropertyEntry* entry);
+    static void Discard(SPropertyEntry* entry);
 
     // Capacities are powers of two, so the slot of a hash is taken by a mask. The first four
     // slots live inside the table: small objects need no slot array of their own.
@@ -52,6 +59,7 @@ private:
     SPropertyEntry** m_pSlots = nullptr;
     int m_nCapacity = 0;
     int m_nCount = 0;
+    uint32_t m_nRemovals = 0;
     SPropertyEntry* m_apInline[kInlineSlots];
 };
 

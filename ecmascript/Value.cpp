@@ -17,6 +17,7 @@ CValue* MakeShared(A... arguments) {
 
 const int kSmallestCached = -128;
 const int kLargestCached = 1023;
+CValue* g_apSmallIntegers[kLargestCached - kSmallestCached + 1];
 
 }  // namespace
 
@@ -44,8 +45,7 @@ CValue* CValue::Boolean(bool flag) {
 // Small integers are shared: loop counters and indexes then cost no allocation.
 TRefPtr<CValue> CValue::Number(const CNumber& number) {
     if (number.IsInteger() && number.GetInteger() >= kSmallestCached && number.GetInteger() <= kLargestCached) {
-        static CValue* cache[kLargestCached - kSmallestCached + 1];
-        CValue*& slot = cache[number.GetInteger() - kSmallestCached];
+        CValue*& slot = g_apSmallIntegers[number.GetInteger() - kSmallestCached];
         if (!slot) slot = MakeShared<CNumberValue>(number);
         return slot;
     }

@@ -44,6 +44,25 @@ CActivationObject::CActivationObject(CGlobalObject* global, CObject* callee, CFu
     SetVariableScope();
 }
 
+// The table goes first: some of its entries are members of this object.
+CActivationObject::~CActivationObject() { GetOwnTable().Clear(); }
+
+void CActivationObject::DefineParameters(const CValueList& arguments) {
+    const TArray<CName>& parameters = m_pBody->m_aParameters;
+    CPropertyTable& table = GetOwnTable();
+    for (int i = 0; i < parameters.GetSize(); ++i) {
+        bool repeated = false;
+        for (int j = 0; j < i && !repeated; ++j) repeated = parameters[j] == parameters[i];
+        if (repeated) {
+            Define(parameters[i], arguments[i], 0, true);
+        } else if (i < kInlineEntries) {
+            table.AddExternal(&m_aEntries[i], parameters[i], arguments[i], 0);
+        } else {
+            table.Add(parameters[i], arguments[i], 0);
+        }
+    }
+}
+
 SPropertyEntry* CActivationObject::FindOwn(const CName& name) {
     MakeArgumentsIfNamed(name);
     return CObject::FindOwn(name);

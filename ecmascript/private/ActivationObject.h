@@ -13,6 +13,11 @@ class CActivationObject : public EcmaScript::CObject {
 public:
     CActivationObject(EcmaScript::CGlobalObject* global, EcmaScript::CObject* callee,
                       EcmaScript::CFunctionBody* body, const EcmaScript::CValueList& arguments);
+    ~CActivationObject() override;
+
+    // Gives each parameter the argument of its position; of two parameters of one name the
+    // last wins. The first few entries live inside this object.
+    void DefineParameters(const EcmaScript::CValueList& arguments);
 
     TRefPtr<EcmaScript::CValue> Get(const CName& name) override;
     void Put(const CName& name, EcmaScript::CValue* value) override;
@@ -33,6 +38,8 @@ private:
     EcmaScript::CFunctionBody* m_pBody;
     const EcmaScript::CValueList* m_pArguments;
     TRefPtr<CArgumentsObject> m_pArgumentsObject;
+    static const int kInlineEntries = 4;
+    EcmaScript::SPropertyEntry m_aEntries[kInlineEntries];
 };
 
 class CArgumentsObject : public EcmaScript::CObject {

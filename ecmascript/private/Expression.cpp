@@ -30,19 +30,38 @@ void WriteReference(CContext& context, const CReference& reference, CValue* valu
 }
 
 // Evaluates a target: a reference when the node gives one, otherwise its plain value (which
-// assignment then refuses with "PutValue: reference required").
+// assignment then refuses with "PutValue: reference required"). An identifier found in a
+// variable scope keeps its entry, which stays valid while no entry of that table is removed.
 struct STarget {
     CReference reference;
     TRefPtr<CValue> pPlain;
+    SPropertyEntry* pEntry = nullptr;
+    uint32_t nRemovals = 0;
     bool bIsReference;
 
     STarget(CExpression* target, CContext& context) {
+        if (auto* identifier = dynamic_cast<CIdentifierExpression*>(target)) {
+            identifier->Resolve(context, reference, pEntry);
+            if (pEntry) nRemovals = reference.pBase->GetOwnTable().GetRemovals();
+            bIsReference = true;
+            return;
+        }
         bIsReference = target->EvaluateReference(context, reference);
         if (!bIsReference) pPlain = target->Evaluate(context);
     }
-    TRefPtr<CValue> Read() const { return bIsReference ? ReadReference(reference) : GetValue(pPlain); }
+    SPropertyEntry* GetEntry() const {
+        return pEntry && reference.pBase->GetOwnTable().GetRemovals() == nRemovals && pEntry->nNativeIndex < 0
+                   ? pEntry
+                   : nullptr;
+    }
+    TRefPtr<CValue> Read() const {
+        if (SPropertyEntry* entry = GetEntry()) return entry->pValue;
+        return bIsReference ? ReadReference(reference) : GetValue(pPlain);
+    }
     void Write(CContext& context, CValue* value) const {
-        if (bIsReference) {
+        if (SPropertyEntry* entry = GetEntry()) {
+            if (!(entry->nAttributes & ReadOnly)) entry->pValue = value;
+        } else if (bIsReference) {
             WriteReference(context, reference, value);
         } else {
             PutValue(context.GetGlobal(), pPlain, value);
@@ -494,13 +513,13 @@ void CCallExpression::WriteSource(DomString& text) const {
     text += u")";
 }
 TRefPtr<CValue> CCallExpression::Evaluate(CContext& context) {
-    CReference reference;
-    TRefPtr<CValue> callee;
-    bool isReference = m_pCallee->EvaluateReference(context, reference);
-    if (!isReference) callee = m_pCallee->EvaluateValue(context);
+    STarget target(m_pCallee, context);
+    CReference& reference = target.reference;
+    bool isReference = target.bIsReference;
+    TRefPtr<CValue> callee = isReference ? nullptr : GetValue(target.pPlain);
     CValueList arguments;
     m_pArguments->EvaluateInto(context, arguments);
-    if (isReference) callee = ReadReference(reference);
+    if (isReference) callee = target.Read();
     CObject* function = callee->GetObject();
     if (!function) throw new CRuntimeError(CRuntimeError::CallOperandNotObject, callee);
     CObject* thisObject = nullptr;

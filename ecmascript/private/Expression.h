@@ -260,6 +260,11 @@ public:
     TRefPtr<CValue> Evaluate(CContext& context) override;
     TRefPtr<CValue> EvaluateValue(CContext& context) override { return context.Lookup(m_name); }
     bool EvaluateReference(CContext& context, CReference& reference) override;
+    // The reference with the entry of a variable scope that holds the name, if any.
+    void Resolve(CContext& context, CReference& reference, EcmaScript::SPropertyEntry*& entry) const {
+        context.Resolve(m_name, reference, entry);
+        reference.name = m_name;
+    }
 
 private:
     CName m_name;

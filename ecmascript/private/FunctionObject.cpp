@@ -37,22 +37,6 @@ private:
 
 }  // namespace
 
-// Each parameter gets the argument of its position; of two parameters of one name the last
-// wins. The table is new, so only a repeated name needs a lookup.
-void CFunctionObject::DefineParameters(CActivationObject* activation, const CValueList& arguments) {
-    const TArray<CName>& parameters = m_pBody->m_aParameters;
-    CPropertyTable& table = activation->GetOwnTable();
-    for (int i = 0; i < parameters.GetSize(); ++i) {
-        bool repeated = false;
-        for (int j = 0; j < i && !repeated; ++j) repeated = parameters[j] == parameters[i];
-        if (repeated) {
-            activation->Define(parameters[i], arguments[i], 0, true);
-        } else {
-            table.Add(parameters[i], arguments[i], 0);
-        }
-    }
-}
-
 CFunctionObject::CFunctionObject(CGlobalObject* global, CFunctionBody* body)
     : CObject(global, global->GetFunctionPrototype()), m_pBody(body) {
     DefineValue(u"length", CValue::Integer(body->m_aParameters.GetSize()), ReadOnly | DontEnum | DontDelete);
@@ -66,7 +50,7 @@ TRefPtr<CValue> CFunctionObject::Call(CObject* thisObject, const CValueList& arg
     TRefPtr<CActivationObject> activation = new CActivationObject(global, this, m_pBody, arguments);
     CContext context(global, activation, thisObject);
     CCallScope scope(global->GetInterpreter(), &context, activation);
-    DefineParameters(activation, arguments);
+    activation->DefineParameters(arguments);
     for (const CName& name : m_pBody->m_aVariables) activation->Define(name, CValue::Undefined(), 0, false);
     try {
         CCompletion completion = ExecuteList(m_pBody->m_aStatements, context);

@@ -5,8 +5,6 @@
 
 namespace EcmaScriptPrivate {
 
-class CActivationObject;
-
 class CFunctionObject : public EcmaScript::CObject {
 public:
     CFunctionObject(EcmaScript::CGlobalObject* global, EcmaScript::CFunctionBody* body);
@@ -19,8 +17,6 @@ public:
     EcmaScript::CFunctionBody* GetBody() const { return m_pBody; }
 
 private:
-    void DefineParameters(CActivationObject* activation, const EcmaScript::CValueList& arguments);
-
     TRefPtr<EcmaScript::CFunctionBody> m_pBody;
 };
 
