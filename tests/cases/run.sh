@@ -49,7 +49,7 @@ if [ -f "$case_dir/expected.out" ]; then
         diff "$case_dir/expected.out" output.out | head -40
         failed=1
     fi
-elif [ -s output.out ]; then
+elif [ -f output.out ] && [ -s output.out ]; then
     echo "an output file was written where none was expected:"
     head -c 2000 output.out
     failed=1
