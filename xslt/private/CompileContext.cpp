@@ -8,7 +8,7 @@
 #include "xslt/XsltException.h"
 #include "xslt/private/Avt.h"
 #include "xslt/private/DiagnosticReporter.h"
-#include "xslt/private/InterimPatternMatcher.h"
+#include "xslt/private/PatternParser.h"
 #include "xslt/private/Locator.h"
 #include "xslt/private/NamespaceContext.h"
 
@@ -198,10 +198,26 @@ bool CCompileContext::GetExpression(DomStringView name, bool required, TRefPtr<X
     return true;
 }
 
-bool CCompileContext::GetPattern(DomStringView name, bool required, TRefPtr<CTemplatePattern>& pattern) const {
+void CCompileContext::CompilePattern(DomStringView text, TRefPtr<CPattern>& pattern) const {
+    try {
+        CPatternParser parser;
+        parser.Parse(pattern, text);
+    } catch (Core::IException* failure) {
+        if (m_bForwards) {
+            CPattern::CreateFailed(pattern, failure);
+            return;
+        }
+        DomString message;
+        failure->GetMessage(message);
+        delete failure;
+        Raise(CXsltException::InvalidExpressionSyntax, DomString(text), message);
+    }
+}
+
+bool CCompileContext::GetPattern(DomStringView name, bool required, TRefPtr<CPattern>& pattern) const {
     DomString text;
     if (!GetAttribute(name, required, text)) return false;
-    CTemplatePattern::Compile(*this, text, pattern);
+    CompilePattern(text, pattern);
     return true;
 }
 

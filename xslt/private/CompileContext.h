@@ -19,7 +19,7 @@ class CContent;
 class CInstruction;
 class CLocator;
 class CNamespaceContext;
-class CTemplatePattern;
+class CPattern;
 
 // A set of namespace URIs (extension or excluded namespaces), shared by the contexts that
 // inherit it unchanged.
@@ -76,7 +76,7 @@ public:
     // With a null default a missing optional attribute leaves `expression` null.
     bool GetExpression(DomStringView name, bool required, TRefPtr<Xpath::CExpression>& expression,
                        const DomChar* defaultText = nullptr) const;
-    bool GetPattern(DomStringView name, bool required, TRefPtr<CTemplatePattern>& pattern) const;
+    bool GetPattern(DomStringView name, bool required, TRefPtr<CPattern>& pattern) const;
     bool GetAvt(DomStringView name, bool required, TRefPtr<CAvt>& avt) const;
     struct SEnumEntry {
         const DomChar* pKeyword;  // null closes the table
@@ -91,6 +91,8 @@ public:
     void ResolveQName(DomStringView text, bool useDefault, SQName& qname) const;
     // Compiles an XPath text; code 7 on a syntax error, or a failing expression when forwards.
     void CompileExpression(DomStringView text, TRefPtr<Xpath::CExpression>& expression) const;
+    // Compiles a pattern; code 7 on a syntax error, or a failing pattern when forwards.
+    void CompilePattern(DomStringView text, TRefPtr<CPattern>& pattern) const;
 
     // Reports a fatal compile error at this element and throws it.
     [[noreturn]] void Raise(int code, const DomString& argument1 = DomString(),

@@ -5,7 +5,10 @@
 #include "xslt/XsltException.h"
 #include "xslt/private/DocumentSources.h"
 #include "xslt/private/ExecutionContext.h"
-#include "xslt/private/InterimPatternMatcher.h"
+#include "xslt/private/Instruction.h"
+#include "xslt/private/PatternContext.h"
+#include "xslt/private/RuleMatcher.h"
+#include "xslt/private/Runtime.h"
 #include "xslt/private/NamespaceContext.h"
 #include "xslt/private/OutputInstructions.h"
 
@@ -279,23 +282,35 @@ CTemplate* CStylesheetModule::FindImportedRule(CExecutionContext& context, const
     return nullptr;
 }
 
-CTemplate* CStylesheetModule::FindOwnRule(CExecutionContext& context, const SQName* mode) {
-    CPatternMatcher matcher(context, context.GetCurrentNode());
-    CTemplate* best = nullptr;
-    double bestPriority = 0;
-    bool ambiguous = false;
-    for (CTemplate* rule : m_aTemplates) {
-        double priority;
-        if (!rule->MatchRule(matcher, mode, priority)) continue;
-        if (!best || priority > bestPriority) {
-            best = rule;
-            bestPriority = priority;
-            ambiguous = false;
-        } else if (priority == bestPriority) {
-            best = rule;
-            ambiguous = true;
-        }
+namespace {
+
+// What patterns ask of the run, answered from the execution context that selects the rule.
+class CRuleHost : public IPatternHost {
+public:
+    explicit CRuleHost(CExecutionContext& context) : m_context(context) {}
+    void MakeExpressionContext(TRefPtr<Xpath::CContext>& context) override { m_context.MakeXpathContext(context); }
+    bool ResolvePrefix(const DomString& prefix, DomString& uri) override {
+        CInstruction* instruction = m_context.GetInstruction();
+        if (instruction) return instruction->GetNamespaces()->Lookup(prefix, uri);
+        return m_context.GetRuntime()->GetEmptyNamespaces()->ResolvePrefix(prefix, uri);
     }
+    bool GetElementId(const Dom::CNode* node, DomString& id) override {
+        return m_context.GetRuntime()->GetNodeOrder()->GetElementId(node, id);
+    }
+    // No key table is kept by the run yet, so a key() pattern matches nothing.
+    bool MatchKey(const Dom::CNode*, const DomString&, const DomString&, const DomString&) override { return false; }
+
+private:
+    CExecutionContext& m_context;
+};
+
+}  // namespace
+
+CTemplate* CStylesheetModule::FindOwnRule(CExecutionContext& context, const SQName* mode) {
+    CRuleHost host(context);
+    CPatternContext patternContext(host, context.GetCurrentNode());
+    bool ambiguous;
+    CTemplate* best = FindBestRule(m_aTemplates, patternContext, mode, ambiguous);
     if (ambiguous) context.RaiseRecoverable(CXsltException::MultipleMatchingTemplateRules);
     return best;
 }

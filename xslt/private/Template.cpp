@@ -4,6 +4,7 @@
 #include "xslt/XsltException.h"
 #include "xslt/private/CompileContext.h"
 #include "xslt/private/ExecutionContext.h"
+#include "xslt/private/RuleMatcher.h"
 
 namespace XsltPrivate {
 
@@ -39,7 +40,7 @@ void CTemplate::CompileSimplified(CCompileContext& compile, CStylesheetModule* m
     rule = new CTemplate();
     rule->Initialise(compile);
     rule->m_pModule = module;
-    CTemplatePattern::Compile(compile, u"/", rule->m_pPattern);
+    compile.CompilePattern(u"/", rule->m_pPattern);
     TRefPtr<CInstruction> body;
     compile.CompileLiteralElement(body);
     rule->m_body.Add(body);
@@ -54,12 +55,8 @@ void CTemplate::Execute(CExecutionContext& context) {
     m_body.Execute(context);
 }
 
-bool CTemplate::MatchRule(CPatternMatcher& matcher, const SQName* mode, double& priority) const {
-    if (!m_pPattern) return false;
-    if (mode ? !(m_bHasMode && m_mode == *mode) : m_bHasMode) return false;
-    if (!m_pPattern->Match(matcher, m_bHasPriority, priority)) return false;
-    if (m_bHasPriority) priority = m_dPriority;
-    return true;
+bool CTemplate::MatchRule(IPatternContext& context, const SQName* mode, double& priority) const {
+    return XsltPrivate::MatchRule(m_pPattern, GetMode(), m_bHasPriority, m_dPriority, context, mode, priority);
 }
 
 }  // namespace XsltPrivate

@@ -4,7 +4,7 @@
 #include "core/Array.h"
 #include "xslt/private/Instruction.h"
 #include "xslt/private/QName.h"
-#include "xslt/private/InterimPatternMatcher.h"
+#include "xslt/private/Pattern.h"
 #include "xslt/private/VariableInstruction.h"
 
 namespace XsltPrivate {
@@ -20,8 +20,9 @@ public:
 
     void Execute(CExecutionContext& context) override;
 
-    // Whether the rule matches `node` in `mode` (null for the default mode), and with which priority.
-    bool MatchRule(CPatternMatcher& matcher, const SQName* mode, double& priority) const;
+    // Whether the rule matches the context's node in `mode` (null for the default mode), and
+    // with which priority.
+    bool MatchRule(IPatternContext& context, const SQName* mode, double& priority) const;
 
     bool HasName() const { return m_bHasName; }
     const SQName& GetTemplateName() const { return m_name; }
@@ -30,7 +31,7 @@ public:
     const SQName* GetMode() const { return m_bHasMode ? &m_mode : nullptr; }
 
 private:
-    TRefPtr<CTemplatePattern> m_pPattern;
+    TRefPtr<CPattern> m_pPattern;
     bool m_bHasName = false;
     SQName m_name;
     bool m_bHasPriority = false;
