@@ -2,6 +2,7 @@
 // predicates a position.
 #include "xslt/private/PatternStep.h"
 
+#include "xpath/Axis.h"
 #include "xpath/Context.h"
 #include "xpath/NodeTest.h"
 #include "xpath/PathExpr.h"
@@ -43,6 +44,19 @@ bool TestNeedsContext(const Xpath::CNodeTest* test) {
     return !static_cast<const Xpath::CNameTest*>(test)->GetPrefix().empty();
 }
 
+// The place of `node` among what a counting step without predicates selects on the child axis:
+// one more than the preceding siblings that pass the test. No walk of the parent's other
+// children and no allocation; -1 where this shortcut does not apply.
+int32_t CountSiblingPosition(Xpath::CContext* context, const Xpath::CStepExpr* countingStep, Dom::CNode* node) {
+    if (!countingStep->GetPredicates().IsEmpty() || countingStep->GetAxis()->GetKind() != Xpath::AxisChild) return -1;
+    const Xpath::CNodeTest* test = countingStep->GetTest();
+    int32_t position = 1;
+    for (Dom::CNode* sibling = node->GetPreviousSibling(); sibling; sibling = sibling->GetPreviousSibling()) {
+        if (test->Matches(context, sibling)) ++position;
+    }
+    return position;
+}
+
 bool IsChildType(int type) {
     return type == Dom::ELEMENT_NODE || type == Dom::TEXT_NODE || type == Dom::CDATA_SECTION_NODE ||
            type == Dom::PROCESSING_INSTRUCTION_NODE || type == Dom::COMMENT_NODE;
@@ -75,10 +89,17 @@ bool CTestingPatternStep::Test(IPatternContext* context, Dom::CNode* node) const
 }
 
 bool CTestingPatternStep::TestPredicate(Xpath::CContext* context, Dom::CNode* node, int index) const {
+    const Xpath::CPredicate* predicate = m_pStep->GetPredicates()[index];
+    // A number literal such as [2] needs only the node's position.
+    const double constant = predicate->GetConstantPosition();
+    if (constant > 0) {
+        int32_t position = CountSiblingPosition(context, m_aCountingSteps[index], node);
+        if (position >= 0) return position == constant;
+    }
     TRefPtr<CPatternNodeSet> siblings(new CPatternNodeSet(context, m_aCountingSteps[index], node));
     TRefPtr<Xpath::CNodeIterator> iterator(new CPatternIterator(siblings, node));
     TRefPtr<Xpath::CContext> predicateContext(new Xpath::CContext(context, iterator));
-    return m_pStep->GetPredicates()[index]->Test(predicateContext);
+    return predicate->Test(predicateContext);
 }
 
 bool CChildPatternStep::Matches(IPatternContext* context, Dom::CNode* node) const {
@@ -117,9 +138,11 @@ void CPatternNodeSet::CreateIterator(TRefPtr<Xpath::CNodeIterator>& iterator) {
 }
 
 int32_t CPatternNodeSet::FindPosition() {
+    int32_t position = CountSiblingPosition(m_pContext, m_pCountingStep, m_node);
+    if (position >= 0) return position;
     TRefPtr<Xpath::CNodeIterator> iterator;
     GetMembers()->CreateIterator(iterator);
-    for (int32_t position = 1; iterator->Current(); iterator->Next(), ++position) {
+    for (position = 1; iterator->Current(); iterator->Next(), ++position) {
         if (iterator->Current() == m_node.Get()) return position;
     }
     return 0;
