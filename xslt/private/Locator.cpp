@@ -123,6 +123,9 @@ void CLocator::AddRecord(SDocument& document, uint32_t order, int line, int colu
     TArray<SRecord>& records = document.aRecords;
     SRecord record = {order, line, column};
     if (records.IsEmpty() || records.Last().nOrder < order) {
+        // A document has a record per node: growing by the common step (at most 1024 items)
+        // would copy the whole array a thousand times for a million nodes, so it doubles.
+        if (records.GetSize() == records.GetCapacity()) records.Reserve(records.GetSize() * 2);
         records.Add(record);
         return;
     }
