@@ -130,3 +130,38 @@ TEST(InputSource, PassesTextInChunksOfAtMost1024Units) {
 }
 
 }  // namespace
+
+namespace {
+
+// A handler that keeps the locator, as a document builder does; it must die with its last holder
+// even when the parse fails and the locator is never taken back.
+class CLocatorKeeper : public CRecorder {
+public:
+    explicit CLocatorKeeper(bool* destroyed) : m_pDestroyed(destroyed) {}
+    ~CLocatorKeeper() override { *m_pDestroyed = true; }
+    void SetLocator(Sxp::ILocator* locator) override { m_pLocator = locator; }
+    TRefPtr<Sxp::ILocator> m_pLocator;
+
+private:
+    bool* m_pDestroyed;
+};
+
+TEST(InputSource, HandlerKeepingTheLocatorIsReleasedAfterFailedParse) {
+    bool destroyed = false;
+    {
+        TRefPtr<CLocatorKeeper> keeper = new CLocatorKeeper(&destroyed);
+        TRefPtr<Sxp::CParser> parser = new Sxp::CParser();
+        parser->SetContentHandler(keeper);
+        TRefPtr<Sxp::CInputSource> source = new Sxp::CInputSource(u"file:///memory.xml");
+        source->SetByteStream(new CByteStream("<a>\n<b>"));
+        try {
+            parser->Parse(source);
+        } catch (Sxp::CParseException* exception) {
+            delete exception;
+        }
+        EXPECT_EQ(2, keeper->m_pLocator->GetLine());
+    }
+    EXPECT_TRUE(destroyed);
+}
+
+}  // namespace

@@ -128,7 +128,9 @@ private:
     void AppendCodePoint(uint32_t value);
     void Flush();
 
-    TRefPtr<Sxp::IContentHandler> m_pHandler;
+    // Not counted: the parser holds the handler while it parses, and a handler that keeps the
+    // locator, which holds this scanner, must not be kept alive by it in turn.
+    Sxp::IContentHandler* m_pHandler;
     TRefPtr<Sxp::IErrorHandler> m_pErrorHandler;
     DomString m_sPublicId;
     DomString m_sSystemId;
