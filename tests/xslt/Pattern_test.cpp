@@ -308,6 +308,11 @@ TEST_F(PatternTest, RuleSelectionSkipsNamedAttributesButNotWildcards) {
     EXPECT_EQ(priority, -0.5);
     EXPECT_TRUE(STestRule("@x | node() | @*").MatchRule(context, nullptr, priority));
     EXPECT_EQ(priority, -0.5);
+    Dom::CNode* element = Node("/doc/*[4]");
+    CPatternContext elementContext(m_host, element);
+    EXPECT_TRUE(STestRule("p:e").MatchRule(elementContext, nullptr, priority));
+    EXPECT_EQ(priority, 0);
+    EXPECT_FALSE(STestRule("q:e | p:f").MatchRule(elementContext, nullptr, priority));
 }
 
 TEST_F(PatternTest, RulePriorityIsTheBestMatchingAlternativeOrTheGivenValue) {
