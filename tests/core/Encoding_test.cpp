@@ -1,6 +1,7 @@
 // The three encodings and the table that finds them by name.
 #include <gtest/gtest.h>
 
+#include <random>
 #include <vector>
 
 #include "core/EncodingTable.h"
@@ -224,6 +225,34 @@ TEST(EncodingTable, FindsByNameWithoutRegardToAsciiCase) {
     // The UTF-16 found by name writes the most significant byte first.
     Core::IEncoding* utf16 = table->Find(u"utf-16");
     EXPECT_EQ(Encode(*utf16, u"\xFEFF").aBytes, (std::vector<unsigned char>{0xFE, 0xFF}));
+}
+
+// Random bytes fed in random slices never make a decoder read or write outside its buffers, and
+// each call either makes progress or reports an unfinished tail.
+TEST(Encodings, DecodeRandomBytesInRandomSlices) {
+    TRefPtr<Core::CEncodingTable> table = new Core::CEncodingTable();
+    std::mt19937 random(11);
+    std::vector<unsigned char> bytes(4096);
+    for (unsigned char& b : bytes) b = static_cast<unsigned char>(random() % 3 ? random() : 0x80 | random());
+    for (const char16_t* name : {u"UTF-8", u"UTF-16", u"ISO-8859-1"}) {
+        Core::IEncoding* encoding = table->Find(name);
+        size_t pos = 0;
+        while (pos < bytes.size()) {
+            int slice = static_cast<int>(std::min<size_t>(1 + random() % 9, bytes.size() - pos));
+            int capacity = 2 + static_cast<int>(random() % 5);
+            std::vector<unsigned char> input(bytes.begin() + pos, bytes.begin() + pos + slice);
+            std::vector<DomChar> units(static_cast<size_t>(capacity));
+            int consumed = -1;
+            bool incomplete = false;
+            int n = encoding->Decode(input.data(), slice, consumed, units.data(), capacity, incomplete);
+            ASSERT_LE(n, capacity);
+            ASSERT_GE(consumed, 0);
+            ASSERT_LE(consumed, slice);
+            ASSERT_TRUE(consumed > 0 || incomplete) << Core::ToUtf8(name) << " at " << pos;
+            // An unfinished tail is dropped here; the next slice starts behind it.
+            pos += consumed > 0 ? consumed : slice;
+        }
+    }
 }
 
 }  // namespace
