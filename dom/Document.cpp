@@ -61,6 +61,13 @@ DomChar* CDocumentData::AddTextChunk(size_t size) {
     return chunk;
 }
 
+char* CDocumentData::ResizeLastNodeChunk(size_t size) {
+    char* chunk = static_cast<char*>(std::realloc(m_aNodeChunks.Last(), size));
+    if (!chunk) throw std::bad_alloc();
+    m_aNodeChunks.Last() = chunk;
+    return chunk;
+}
+
 DomChar* CDocumentData::ReplaceLastTextChunk(size_t size) {
     DomChar* chunk = static_cast<DomChar*>(std::realloc(m_aTextChunks.Last(), size * sizeof(DomChar)));
     if (!chunk) throw std::bad_alloc();

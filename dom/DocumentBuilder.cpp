@@ -259,28 +259,39 @@ void CDocumentBuilder::StartAttribute(DomStringView name) {
 }
 
 // The attributes must lie directly behind their element, so an element whose next attribute
-// does not fit moves with its attributes to a chunk of its own, with room to grow. Nothing but
-// the listener has seen the old address; the parent's links held here are repaired.
+// does not fit moves with its attributes to a chunk of its own, with room to grow; once it has
+// a chunk of its own, that chunk is resized. Nothing but the listener has seen the old address;
+// the parent's links held here are repaired.
 void CDocumentBuilder::MoveElement() {
     CElement* old = m_pElement;
     int count = old->m_nAttributeCount;
     size_t used = sizeof(CElement) + sizeof(CAttr) * static_cast<size_t>(count);
     size_t size = used + sizeof(CAttr) * static_cast<size_t>(Core::GrowthStep(count, 1));
     if (size < static_cast<size_t>(m_pData->m_nNodeChunkSize)) size = static_cast<size_t>(m_pData->m_nNodeChunkSize);
-    char* chunk = m_pData->AddNodeChunk(size);
-    std::memcpy(chunk, static_cast<void*>(old), used);
+    char* chunk;
+    if (reinterpret_cast<char*>(old) == m_pData->m_aNodeChunks.Last()) {
+        chunk = m_pData->ResizeLastNodeChunk(size);
+    } else {
+        chunk = m_pData->AddNodeChunk(size);
+        std::memcpy(chunk, static_cast<void*>(old), used);
+    }
+    m_pNodeNext = chunk + used;
+    m_pNodeEnd = chunk + size;
     CElement* moved = reinterpret_cast<CElement*>(chunk);
+    if (moved == old) return;
     if (moved->m_pFirstChild == old) moved->m_pFirstChild = moved;
     moved->m_pLastChild = moved;
     if (moved->m_pPrevious) static_cast<CChildNode*>(moved->m_pPrevious)->m_pNext = moved;
     m_pParent = m_pElement = moved;
-    m_pNodeNext = chunk + used;
-    m_pNodeEnd = chunk + size;
     m_bElementMoved = true;
-    if (m_pListener) {
-        m_pListener->NodeMoved(old, moved);
-        for (int i = 0; i < count; ++i) m_pListener->NodeMoved(old->GetAttributeArray() + i, moved->GetAttributeArray() + i);
-    }
+    if (m_pListener) ReportMove(old, moved, count);
+}
+
+// Tells the listener the old and new address of the element and of each attribute; the old
+// addresses serve only as keys and may already be freed.
+void CDocumentBuilder::ReportMove(CElement* old, CElement* moved, int count) {
+    m_pListener->NodeMoved(old, moved);
+    for (int i = 0; i < count; ++i) m_pListener->NodeMoved(old->GetAttributeArray() + i, moved->GetAttributeArray() + i);
 }
 
 void CDocumentBuilder::EndAttribute() {

@@ -19,7 +19,8 @@ public:
     virtual void SetLocator(Sxp::ILocator* locator) = 0;
     virtual void NodeCreated(CNode* node) = 0;
     // An element that outgrew its chunk was copied, with its attributes, to a new address
-    // before anything else could refer to it; called once for each record copied.
+    // before anything else could refer to it; called once for each record copied. `from` is
+    // only a key: its memory may be gone.
     virtual void NodeMoved(CNode* from, CNode* to) {
         (void)from;
         (void)to;
@@ -68,6 +69,7 @@ private:
     void LinkChild(CChildNode* node, int classIndex);
     CNamespaceNode* DeclarationTarget(DomStringView name);
     void MoveElement();
+    void ReportMove(CElement* old, CElement* moved, int count);
     void BeginCollecting();
     void ReserveText(int count);
     const DomChar* TerminateText();

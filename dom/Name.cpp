@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+#include "dom/private/SlotIndex.h"
+
 namespace Dom {
 
 CName::CName(DomStringView qualifiedName, DomStringView namespaceUri, unsigned int hash)
@@ -26,7 +28,7 @@ CNameTable::~CNameTable() {
 
 // The slot holding the pair, or the free slot where it would go.
 int CNameTable::FindSlot(DomStringView qualifiedName, DomStringView namespaceUri, unsigned int hash) const {
-    int slot = static_cast<int>(hash % static_cast<unsigned int>(m_nCapacity));
+    int slot = SlotIndex(hash, m_nCapacity);
     while (const CName* name = m_pSlots[slot]) {
         if (name->m_nHash == hash && name->m_sQualifiedName == qualifiedName && name->m_sNamespaceUri == namespaceUri)
             break;
@@ -61,7 +63,7 @@ void CNameTable::Grow() {
     for (int i = 0; i < oldCapacity; ++i) {
         CName* name = oldSlots[i];
         if (!name) continue;
-        int slot = static_cast<int>(name->m_nHash % static_cast<unsigned int>(m_nCapacity));
+        int slot = SlotIndex(name->m_nHash, m_nCapacity);
         while (m_pSlots[slot]) {
             if (++slot == m_nCapacity) slot = 0;
         }

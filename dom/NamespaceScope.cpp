@@ -2,6 +2,7 @@
 #include "dom/NamespaceScope.h"
 
 #include "core/Hash.h"
+#include "dom/private/SlotIndex.h"
 
 namespace Dom {
 
@@ -36,7 +37,7 @@ CNamespaceScope::~CNamespaceScope() { delete[] m_pSlots; }
 // The slot of the prefix, or the free slot where it would go. The empty prefix hashes to 0,
 // so it is found at once in slot 0 unless a collision moved it.
 int CNamespaceScope::FindSlot(DomStringView prefix, unsigned int hash) const {
-    int slot = static_cast<int>(hash % static_cast<unsigned int>(m_nCapacity));
+    int slot = SlotIndex(hash, m_nCapacity);
     while (m_pSlots[slot].m_nOrder != 0) {
         const CNamespaceNode& binding = m_pSlots[slot];
         if (binding.m_nHash == hash && binding.m_sPrefix == prefix) break;
@@ -78,7 +79,7 @@ void CNamespaceScope::Grow() {
     m_pSlots = new CNamespaceNode[m_nCapacity]();
     for (int i = 0; i < m_nCapacity; ++i) m_pSlots[i].m_pClass = m_pBindingClass;
     for (CNamespaceNode*& binding : m_aOrder) {
-        int slot = static_cast<int>(binding->m_nHash % static_cast<unsigned int>(m_nCapacity));
+        int slot = SlotIndex(binding->m_nHash, m_nCapacity);
         while (m_pSlots[slot].m_nOrder != 0) {
             if (++slot == m_nCapacity) slot = 0;
         }

@@ -48,6 +48,8 @@ public:
     // A new chunk of at least `size` bytes (units), owned by the document.
     char* AddNodeChunk(size_t size);
     DomChar* AddTextChunk(size_t size);
+    // Resizes the last node chunk, which may move; what it holds moves with it.
+    char* ResizeLastNodeChunk(size_t size);
     // Swaps the last text chunk for one of `size` units; the old one is freed.
     DomChar* ReplaceLastTextChunk(size_t size);
     void AddScope(CNamespaceScope* scope);
