@@ -128,18 +128,22 @@ public:
 
 private:
     void Reallocate(int capacity) {
-        T* data = static_cast<T*>(std::malloc(sizeof(T) * static_cast<size_t>(capacity)));
-        if (!data) throw std::bad_alloc();
         if constexpr (std::is_trivially_copyable_v<T>) {
-            if (m_nSize) std::memcpy(static_cast<void*>(data), m_pData, sizeof(T) * m_nSize);
+            // realloc can grow a large block in place or by remapping its pages, so the
+            // steps of at most 1024 items do not copy a big array again and again.
+            void* data = std::realloc(static_cast<void*>(m_pData), sizeof(T) * static_cast<size_t>(capacity));
+            if (!data) throw std::bad_alloc();
+            m_pData = static_cast<T*>(data);
         } else {
+            T* data = static_cast<T*>(std::malloc(sizeof(T) * static_cast<size_t>(capacity)));
+            if (!data) throw std::bad_alloc();
             for (int i = 0; i < m_nSize; ++i) {
                 new (data + i) T(std::move(m_pData[i]));
                 m_pData[i].~T();
             }
+            std::free(m_pData);
+            m_pData = data;
         }
-        std::free(m_pData);
-        m_pData = data;
         m_nCapacity = capacity;
     }
     void Free() {
