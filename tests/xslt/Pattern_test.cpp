@@ -276,6 +276,28 @@ TEST_F(PatternTest, DeepGapPatternsUseALargerStack) {
     EXPECT_EQ(MatchingNodes("doc//node()//node()//b"), "b");
 }
 
+TEST(PatternMatching, ManyGapsOnADeepDocumentAnswerWithoutSearchingEveryCombination) {
+    const int depth = 3000;
+    std::string markup;
+    for (int i = 0; i < depth; ++i) markup += "<a>";
+    markup += "<b/>";
+    for (int i = 0; i < depth; ++i) markup += "</a>";
+    CEvaluator evaluator(markup);
+    CTestHost host(evaluator);
+    Dom::CNode* leaf = evaluator.Evaluate("//b")->GetNodeSet()->GetFirst();
+    const struct {
+        const char* pattern;
+        bool matches;
+    } cases[] = {
+        {"x//a//a//a//b", false}, {"/a//a//a//a/b", true}, {"/a/a//a//a//x//b", false},
+        {"a//a//a//b", true},     {"/a//x/a//a//b", false}, {"/a/a/a//a/a/a//a/b", true},
+    };
+    for (const auto& c : cases) {
+        CPatternContext context(host, leaf);
+        EXPECT_EQ(Compile(c.pattern)->Matches(&context, leaf), c.matches) << c.pattern;
+    }
+}
+
 // Rule selection: modes, the name-hash pre-test, given and default priorities, ambiguity.
 struct STestRule : CRefObject {
     STestRule(const std::string& text, const char* ruleMode = nullptr, bool hasPriority = false, double given = 0)

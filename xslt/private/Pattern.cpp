@@ -17,8 +17,11 @@ CPathPattern::CPathPattern(CPatternAnchor* anchor) : m_pAnchor(anchor) {}
 CPathPattern::~CPathPattern() = default;
 
 // Steps are taken from the innermost. A matched step moves to the parent; a gap records in
-// the stack the next ancestor to retry from, and backtracking resumes at the nearest gap
-// that still has one.
+// the stack the next ancestor to retry from, and a failure resumes at the nearest gap above
+// it. When that gap has run out of ancestors the answer is no: the steps below it matched
+// as near as they could, and matching them further up would leave only fewer ancestors to
+// the steps above, so retrying them could not help and would cost time exponential in the
+// number of gaps on deep documents.
 bool CPathPattern::Match(IPatternContext* context, Dom::CNode* node) const {
     const int count = m_aSteps.GetSize();
     Dom::CNode** stack = count ? context->GetNodeStack(count) : nullptr;
@@ -43,7 +46,8 @@ bool CPathPattern::Match(IPatternContext* context, Dom::CNode* node) const {
         if (!failed && m_pAnchor->Matches(context, current)) return true;
         do {
             if (++i >= count) return false;
-        } while (!stack[i]);
+        } while (!m_aSteps[i]->IsGap());
+        if (!stack[i]) return false;
         current = stack[i];
         stack[i] = current->GetParentNode();
     }
