@@ -2,6 +2,9 @@
 // and rule selection with the name-hash pre-test.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <random>
+
 #include "tests/xpath/XpathTestSupport.h"
 #include "xslt/private/PatternContext.h"
 #include "xslt/private/PatternException.h"
@@ -295,6 +298,43 @@ TEST(PatternMatching, ManyGapsOnADeepDocumentAnswerWithoutSearchingEveryCombinat
     for (const auto& c : cases) {
         CPatternContext context(host, leaf);
         EXPECT_EQ(Compile(c.pattern)->Matches(&context, leaf), c.matches) << c.pattern;
+    }
+}
+
+// A node matches a pattern exactly when the pattern, read as a path from some node of the
+// document, selects it; checked on generated documents and patterns.
+TEST(PatternMatching, AgreesWithTheExpressionReadingOnGeneratedCases) {
+    std::mt19937 random(5);
+    std::function<std::string(int)> tree = [&](int depth) {
+        std::string markup;
+        for (int n = static_cast<int>(random() % 4); n > 0; --n) {
+            std::string name(1, static_cast<char>('a' + random() % 3));
+            markup += "<" + name + ">" + (depth < 6 ? tree(depth + 1) : "") + "</" + name + ">";
+        }
+        return markup;
+    };
+    const char* const steps[] = {"a", "b", "c", "*", "a[2]", "*[1]", "b[last()]", "*[position() mod 2 = 1][2]"};
+    for (int document = 0; document < 15; ++document) {
+        CEvaluator evaluator("<r>" + tree(0) + "</r>");
+        CTestHost host(evaluator);
+        TRefPtr<Xpath::CValue> all = evaluator.Evaluate("//node()");
+        for (int round = 0; round < 40; ++round) {
+            std::string pattern;
+            for (int n = 1 + static_cast<int>(random() % 5); n > 0; --n)
+                pattern += (pattern.empty() ? "" : random() % 2 ? "//" : "/") + std::string(steps[random() % 8]);
+            if (random() % 3 == 0) pattern = (random() % 2 ? "/r/" : "//") + pattern;
+            std::string path = pattern[0] == '/' ? pattern : "/descendant-or-self::node()/" + pattern;
+            TRefPtr<CPattern> compiled = Compile(pattern);
+            TRefPtr<Xpath::CNodeIterator> iterator;
+            all->GetNodeSet()->CreateIterator(iterator);
+            std::string matched;
+            for (; iterator->Current(); iterator->Next()) {
+                CPatternContext context(host, iterator->Current());
+                if (compiled->Matches(&context, iterator->Current()))
+                    matched += (matched.empty() ? "" : " ") + Describe(iterator->Current());
+            }
+            ASSERT_EQ(matched, evaluator.Nodes(path)) << pattern;
+        }
     }
 }
 
