@@ -91,10 +91,6 @@ bool CStripSpaceRules::AddRule(const DomChar* uri, const DomChar* localName, int
     return Apply(entry->oNames.Make(localName)->oRule, priority, preserve);
 }
 
-bool CStripSpaceRules::AddRule(const DomString* uri, const DomString* localName, int priority, bool preserve) {
-    return AddRule(uri ? uri->c_str() : nullptr, localName ? localName->c_str() : nullptr, priority, preserve);
-}
-
 bool CStripSpaceRules::ShouldPreserve(DomStringView uri, DomStringView localName) const {
     if (const SEntry* entry = m_pEntries->Find(uri)) {
         if (const SNamedRule* named = entry->oNames.Find(localName)) {

@@ -13,9 +13,9 @@ public:
 
     // A null uri sets the default rule, a null localName the rule of the uri, both the rule of
     // the name. The new value wins unless the rule is set with a higher priority. False only
-    // when the priorities were equal (a conflict the caller reports).
+    // when the priorities were equal (a conflict the caller reports). Texts are zero-terminated
+    // (DomString::c_str()).
     bool AddRule(const DomChar* uri, const DomChar* localName, int priority, bool preserve);
-    bool AddRule(const DomString* uri, const DomString* localName, int priority, bool preserve);
     // The name's rule, else the uri's, else the default; true where none is set.
     bool ShouldPreserve(DomStringView uri, DomStringView localName) const;
     void SetAnyStrip(bool flag) { m_bAnyStrip = flag; }

@@ -200,7 +200,7 @@ std::string BuildAndListWhitespace(const SStripCase& row) {
     if (row.bRules) {
         rules = new Dom::CStripSpaceRules();
         if (row.bStripAll) {
-            rules->AddRule(static_cast<const DomChar*>(nullptr), nullptr, 0, false);
+            rules->AddRule(nullptr, nullptr, 0, false);
             rules->SetAnyStrip(true);
         }
         if (row.bPreserveKeep) rules->AddRule(u"", u"keep", 0, true);
@@ -244,7 +244,7 @@ TEST(DocumentBuilder, StripsWhitespaceTextByRulesAndXmlSpace) {
 
 TEST(DocumentBuilder, XmlSpaceOnAChildEndsWithTheChild) {
     TRefPtr<Dom::CStripSpaceRules> rules = new Dom::CStripSpaceRules();
-    rules->AddRule(static_cast<const DomChar*>(nullptr), nullptr, 0, false);
+    rules->AddRule(nullptr, nullptr, 0, false);
     rules->SetAnyStrip(true);
     CEventFeeder feeder(rules);
     feeder.Start("r").Start("p").Attribute("xml:space", "preserve").Text(" ").Start("q").Attribute("xml:space", "default");
@@ -258,7 +258,7 @@ TEST(DocumentBuilder, XmlSpaceOnAChildEndsWithTheChild) {
 TEST(DocumentBuilder, StripSpaceRulesFollowPriorityAndSpecificity) {
     Dom::CStripSpaceRules rules;
     EXPECT_TRUE(rules.ShouldPreserve(u"", u"a"));
-    EXPECT_TRUE(rules.AddRule(static_cast<const DomChar*>(nullptr), nullptr, 1, false));
+    EXPECT_TRUE(rules.AddRule(nullptr, nullptr, 1, false));
     EXPECT_FALSE(rules.ShouldPreserve(u"", u"a"));
     EXPECT_TRUE(rules.AddRule(u"urn:x", nullptr, 1, true));
     EXPECT_TRUE(rules.ShouldPreserve(u"urn:x", u"a"));

@@ -76,7 +76,7 @@ TEST(ParsedDocument, DtdDeclaresIdsAndUnparsedEntities) {
 
 TEST(ParsedDocument, StripsIndentationButKeepsPreservedText) {
     TRefPtr<Dom::CStripSpaceRules> rules = new Dom::CStripSpaceRules();
-    rules->AddRule(static_cast<const DomChar*>(nullptr), nullptr, 0, false);
+    rules->AddRule(nullptr, nullptr, 0, false);
     rules->SetAnyStrip(true);
     Dom::TNodeRef document = Parse(u"<r>\n  <a> </a>\n  <b xml:space='preserve'> <c> </c></b>\n</r>", rules);
     CNode* root = AsDocument(document)->GetDocumentElement();
