@@ -191,6 +191,7 @@ void CDocumentBuilder::LinkChild(CChildNode* node, int classIndex) {
 }
 
 void CDocumentBuilder::StartElement(DomStringView name) {
+    if (!m_pScope) StartDocument();  // a caller that skipped it still gets the first scope
     FinishPrevious();
     CElement* element = static_cast<CElement*>(AllocateNode(sizeof(CElement)));
     LinkChild(element, CDocumentData::ELEMENT_CLASS);
