@@ -73,7 +73,7 @@ CXsltException::CXsltException(int code, DomString argument1, DomString argument
 CXsltException::CXsltException(int code, SLocation stylesheet, DomString stylesheetNode, DomString argument1,
                                DomString argument2)
     : m_nCode(code),
-      m_stylesheetLocation(stylesheet),
+      m_rStylesheetLocation(stylesheet),
       m_sStylesheetNode(std::move(stylesheetNode)),
       m_sArgument1(std::move(argument1)),
       m_sArgument2(std::move(argument2)) {}
@@ -81,9 +81,9 @@ CXsltException::CXsltException(int code, SLocation stylesheet, DomString stylesh
 CXsltException::CXsltException(int code, SLocation stylesheet, DomString stylesheetNode, SLocation document,
                                DomString documentNode, DomString argument1, DomString argument2)
     : m_nCode(code),
-      m_stylesheetLocation(stylesheet),
+      m_rStylesheetLocation(stylesheet),
       m_sStylesheetNode(std::move(stylesheetNode)),
-      m_documentLocation(document),
+      m_rDocumentLocation(document),
       m_sDocumentNode(std::move(documentNode)),
       m_sArgument1(std::move(argument1)),
       m_sArgument2(std::move(argument2)) {}

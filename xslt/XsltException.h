@@ -82,18 +82,18 @@ public:
 
     void GetMessage(DomString& text) const override;
     int GetCode() const { return m_nCode; }
-    const SLocation& GetStylesheetLocation() const { return m_stylesheetLocation; }
+    const SLocation& GetStylesheetLocation() const { return m_rStylesheetLocation; }
     const DomString& GetStylesheetNodeName() const { return m_sStylesheetNode; }
-    const SLocation& GetDocumentLocation() const { return m_documentLocation; }
+    const SLocation& GetDocumentLocation() const { return m_rDocumentLocation; }
     const DomString& GetDocumentNodeName() const { return m_sDocumentNode; }
     const DomString& GetArgument1() const { return m_sArgument1; }
     const DomString& GetArgument2() const { return m_sArgument2; }
 
 private:
     int m_nCode;
-    SLocation m_stylesheetLocation;
+    SLocation m_rStylesheetLocation;
     DomString m_sStylesheetNode;
-    SLocation m_documentLocation;
+    SLocation m_rDocumentLocation;
     DomString m_sDocumentNode;
     DomString m_sArgument1;
     DomString m_sArgument2;
