@@ -84,6 +84,7 @@ void CPattern::CreateFailed(TRefPtr<CPattern>& pattern, Core::IException* failur
 }
 
 bool CPattern::Matches(IPatternContext* context, Dom::CNode* node) const {
+    if (!node) return false;
     for (const TRefPtr<CPathPattern>& path : m_aPaths) {
         if (path->Match(context, node)) return true;
     }

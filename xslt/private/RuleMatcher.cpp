@@ -16,6 +16,7 @@ bool MatchRule(const CPattern* pattern, const SQName* ruleMode, bool hasPriority
                IPatternContext& context, const SQName* mode, double& priority) {
     if (!pattern || !ModeAgrees(ruleMode, mode)) return false;
     Dom::CNode* node = context.GetCurrentNode();
+    if (!node) return false;
     const int32_t hash = context.GetNameHash();
     bool matched = false;
     for (int i = 0; i < pattern->GetCount(); ++i) {
