@@ -1,6 +1,10 @@
-// Sorted node lists: binary search by the node order, with the common case of a node that
-// belongs at the end (paths deliver mostly in document order) checked first.
+// Sorted node lists. Paths deliver mostly in document order, so the common insertion is an
+// append checked against the last entry; out-of-order insertions go to the end as well, with
+// a hash set of node addresses for membership, and one sort restores the order on reading.
 #include "xpath/SortedNodeList.h"
+
+#include <algorithm>
+#include <cstdint>
 
 #include "xpath/Context.h"
 
@@ -12,10 +16,7 @@ class CListCursor : public CSortedNodeListCursor {
 public:
     explicit CListCursor(CSortedNodeList* list) : m_pList(list) {}
     void GetCurrent(Dom::TNodeRef& node) const override {
-        if (m_nIndex < m_pList->GetCount())
-            m_pList->GetItem(node, m_nIndex);
-        else
-            node = nullptr;
+        node = m_nIndex < m_pList->GetCount() ? m_pList->GetAt(m_nIndex) : nullptr;
     }
     void Advance() override { ++m_nIndex; }
 
@@ -23,6 +24,14 @@ private:
     TRefPtr<CSortedNodeList> m_pList;
     int32_t m_nIndex = 0;
 };
+
+// Order numbers are dense and distinct within a document; multiplying by a large odd
+// constant scatters neighbours over the slots, so that linear probing finds short runs.
+// (Text hashing, or the numbers as they are, would pile neighbours into one long run.)
+unsigned int HashNode(const Dom::CNode* node) {
+    uint32_t key = node->GetOrder() ^ (node->GetDocumentNumber() << 20);
+    return (key * 0x9E3779B1u) & 0x7FFFFFFF;
+}
 
 }  // namespace
 
@@ -32,18 +41,9 @@ CSortedNodeList::~CSortedNodeList() = default;
 int32_t CSortedNodeList::Find(const Dom::CNode* node, bool& found) const {
     found = false;
     int32_t low = 0, high = m_aNodes.GetSize();
-    if (high > 0) {
-        int last = m_pOrder->Compare(m_aNodes[high - 1].Get(), node);
-        if (last < 0) return high;
-        if (last == 0) {
-            found = true;
-            return high - 1;
-        }
-        --high;
-    }
     while (low < high) {
         int32_t middle = low + (high - low) / 2;
-        int order = m_pOrder->Compare(m_aNodes[middle].Get(), node);
+        int order = m_pOrder->Compare(m_aNodes[middle], node);
         if (order == 0) {
             found = true;
             return middle;
@@ -56,17 +56,58 @@ int32_t CSortedNodeList::Find(const Dom::CNode* node, bool& found) const {
     return low;
 }
 
+void CSortedNodeList::Sort() const {
+    INodeOrder* order = m_pOrder;
+    std::sort(m_aNodes.begin(), m_aNodes.end(),
+              [order](const Dom::CNode* a, const Dom::CNode* b) { return order->Compare(a, b) < 0; });
+    m_bSorted = true;
+    m_aSlots.Clear();
+}
+
+bool CSortedNodeList::HashContains(const Dom::CNode* node) const {
+    int capacity = m_aSlots.GetSize();
+    for (int slot = HashNode(node) % capacity;; slot = (slot + 1) % capacity) {
+        if (m_aSlots[slot] == node) return true;
+        if (!m_aSlots[slot]) return false;
+    }
+}
+
+void CSortedNodeList::HashAdd(Dom::CNode* node) {
+    if (m_nSlotCount >= m_aSlots.GetSize() / 4 * 3) return HashRebuild(m_aSlots.GetSize() * 2);
+    int capacity = m_aSlots.GetSize();
+    int slot = HashNode(node) % capacity;
+    while (m_aSlots[slot]) slot = (slot + 1) % capacity;
+    m_aSlots[slot] = node;
+    ++m_nSlotCount;
+}
+
+// Places every entry of the list anew; the node just appended is among them.
+void CSortedNodeList::HashRebuild(int capacity) {
+    m_aSlots.Clear();
+    m_aSlots.SetSize(capacity < 64 ? 64 : capacity);
+    m_nSlotCount = 0;
+    for (Dom::CNode* entry : m_aNodes) HashAdd(entry);
+}
+
 void CSortedNodeList::Insert(Dom::CNode* node) {
-    bool found;
-    int32_t index = Find(node, found);
-    if (found) return;
-    if (index == m_aNodes.GetSize())
-        m_aNodes.Add(Dom::TNodeRef(node));
-    else
-        m_aNodes.Insert(index, Dom::TNodeRef(node));
+    if (Contains(node)) return;
+    bool inOrder = m_bSorted && (m_aNodes.IsEmpty() || m_pOrder->Compare(m_aNodes.Last(), node) < 0);
+    m_aNodes.Add(node);
+    if (node->m_pClass->m_bCounted) m_aCounted.Add(Dom::TNodeRef(node));
+    if (inOrder) return;
+    if (m_bSorted) {
+        m_bSorted = false;
+        HashRebuild(m_aNodes.GetSize() * 2);
+    } else {
+        HashAdd(node);
+    }
 }
 
 bool CSortedNodeList::Contains(const Dom::CNode* node) const {
+    if (!m_bSorted) return HashContains(node);
+    if (m_aNodes.IsEmpty()) return false;
+    int last = m_pOrder->Compare(m_aNodes.Last(), node);
+    if (last <= 0) return last == 0;
     bool found;
     Find(node, found);
     return found;

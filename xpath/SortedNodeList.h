@@ -1,5 +1,7 @@
-// A list of nodes kept sorted by a node order, never holding a node twice; the visited sets
-// and results of collecting paths, and the result of id().
+// A list of nodes in the order of a node order, never holding a node twice; the visited sets
+// and results of collecting paths, and the result of id(). Nodes that arrive in order are
+// appended; the first one out of order switches the list to a hash set for membership, and
+// the list is sorted once when it is next read.
 #pragma once
 #include <cstdint>
 
@@ -23,22 +25,35 @@ public:
     explicit CSortedNodeList(INodeOrder* order);
     ~CSortedNodeList() override;
 
-    // Places the node by binary search; a node already present is not added again.
+    // A node already present is not added again.
     virtual void Insert(Dom::CNode* node);
     virtual int32_t GetCount() const { return m_aNodes.GetSize(); }
-    virtual void GetItem(Dom::TNodeRef& node, int32_t index) const { node = m_aNodes[index]; }
+    virtual void GetItem(Dom::TNodeRef& node, int32_t index) const { node = GetAt(index); }
     virtual bool Contains(const Dom::CNode* node) const;
     virtual void CreateCursor(TRefPtr<CSortedNodeListCursor>& cursor);
 
-    // The node at `index` without touching counts.
-    Dom::CNode* GetAt(int32_t index) const { return m_aNodes[index].Get(); }
+    // The node at `index` in order, without touching counts.
+    Dom::CNode* GetAt(int32_t index) const {
+        if (!m_bSorted) Sort();
+        return m_aNodes[index];
+    }
 
 private:
-    // The index of the node, or of the place where it would go, and whether it is there.
+    // Binary search in the sorted list: the index of the node or of its place.
     int32_t Find(const Dom::CNode* node, bool& found) const;
+    void Sort() const;
+    // The hash set over all entries, for membership while the list is out of order.
+    bool HashContains(const Dom::CNode* node) const;
+    void HashAdd(Dom::CNode* node);
+    void HashRebuild(int capacity);
 
     TRefPtr<INodeOrder> m_pOrder;
-    TArray<Dom::TNodeRef> m_aNodes;
+    mutable TArray<Dom::CNode*> m_aNodes;
+    mutable bool m_bSorted = true;
+    mutable TArray<Dom::CNode*> m_aSlots;  // empty while the list is sorted
+    int32_t m_nSlotCount = 0;
+    // Documents and fragments in the list, the only nodes that need a count to stay alive.
+    TArray<Dom::TNodeRef> m_aCounted;
 };
 
 class CSortedNodeListFactory : public CRefObject {
