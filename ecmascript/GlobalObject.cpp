@@ -188,16 +188,25 @@ void CGlobalObject::InstallConstructor(int builtin, const DomChar* name, CObject
     DefineValue(name, CValue::Object(constructor), DontEnum);
 }
 
+// Besides the constructors and prototypes, the other built-in objects of this object's table
+// (DontEnum entries such as Math and the global functions) and the functions that programs
+// declared, which each form a cycle with their "prototype" object, are cleared as well.
 void CGlobalObject::Clear() {
-    TRefPtr<CObject> keep[2 * BuiltinCount];
+    TArray<TRefPtr<CObject>> standard;
     for (int i = 0; i < BuiltinCount; ++i) {
-        keep[2 * i] = m_apConstructors[i];
-        keep[2 * i + 1] = m_apPrototypes[i];
+        standard.Add(m_apConstructors[i]);
+        standard.Add(m_apPrototypes[i]);
         m_apConstructors[i] = nullptr;
         m_apPrototypes[i] = nullptr;
     }
+    CPropertyTable& table = GetOwnTable();
+    for (int slot = 0; slot < table.GetCapacity(); ++slot) {
+        SPropertyEntry* entry = table.GetSlot(slot);
+        CObject* object = entry && entry->pValue ? entry->pValue->GetObject() : nullptr;
+        if (object && ((entry->nAttributes & DontEnum) || object->IsCallable())) standard.Add(TRefPtr<CObject>(object));
+    }
     ClearProperties();
-    for (TRefPtr<CObject>& object : keep) {
+    for (TRefPtr<CObject>& object : standard) {
         if (object) object->ClearProperties();
     }
 }

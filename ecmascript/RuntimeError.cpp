@@ -34,7 +34,7 @@ const Core::SMessage kMessages[] = {
     {23, u"Eval code syntax error"},
     {24, u"Invalid RegExp flags"},
     {25, u"Too many nested function calls"},
-    {26, u"Not enough memory for the array"},
+    {26, u"Out of memory"},
     {-1, u"Unclassified runtime error"},
 };
 

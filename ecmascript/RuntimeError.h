@@ -38,7 +38,7 @@ public:
         EvalSyntaxError = 23,
         InvalidRegExpFlags = 24,
         CallDepthExceeded = 25,
-        ArrayTooLarge = 26
+        OutOfMemory = 26
     };
 
     CRuntimeError(int code, CValue* value = nullptr, CObject* object = nullptr);

@@ -38,12 +38,16 @@ TRefPtr<CValue> LengthValue(uint32_t length) {
 
 uint32_t LengthOf(CObject* object) { return ToUint32(object->Get(LengthName())).GetUint32(); }
 
+// Joined texts beyond 2^26 units are refused, as concatenation refuses them.
+const size_t kMaxTextLength = size_t(1) << 26;
+
 // join on any object with a "length"; undefined and null elements give the empty text.
 DomString Join(CObject* object, CValue* separatorValue) {
     DomString separator = separatorValue->GetType() == TypeUndefined ? DomString(u",") : ToString(separatorValue);
     uint32_t length = LengthOf(object);
     DomString text;
     for (uint32_t i = 0; i < length; ++i) {
+        if (text.size() > kMaxTextLength) throw new CRuntimeError(CRuntimeError::OutOfMemory);
         if (i) text += separator;
         TRefPtr<CValue> element = object->Get(IndexName(i));
         if (element->GetType() != TypeUndefined && element->GetType() != TypeNull) text += ToString(element);
@@ -152,11 +156,11 @@ CArrayObject::CArrayObject(CGlobalObject* global) : CObject(global, global->GetA
 CArrayObject::CArrayObject(CGlobalObject* global, CObject* prototype) : CObject(global, prototype) {}
 
 void CArrayObject::SetLength(uint32_t length) {
-    if (length > kMaxLength) throw new CRuntimeError(CRuntimeError::ArrayTooLarge, LengthValue(length));
+    if (length > kMaxLength) throw new CRuntimeError(CRuntimeError::OutOfMemory, LengthValue(length));
     try {
         m_aElements.SetSize(static_cast<int>(length));
     } catch (std::bad_alloc&) {
-        throw new CRuntimeError(CRuntimeError::ArrayTooLarge, LengthValue(length));
+        throw new CRuntimeError(CRuntimeError::OutOfMemory, LengthValue(length));
     }
 }
 

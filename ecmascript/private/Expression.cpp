@@ -12,6 +12,10 @@ using namespace EcmaScript;
 
 namespace {
 
+// Concatenation refuses texts beyond 2^26 units (128 MB) with a runtime error, before the
+// memory of the process runs out.
+const size_t kMaxStringLength = size_t(1) << 26;
+
 TRefPtr<CValue> NumberValue(const CNumber& number) { return CValue::Number(number); }
 
 TRefPtr<CValue> ReadReference(const CReference& reference) {
@@ -121,11 +125,9 @@ TRefPtr<CValue> AddValues(CValue* left, CValue* right) {
     TRefPtr<CValue> b = ToPrimitive(right, HintNone);
     if (a->GetType() == TypeString || b->GetType() == TypeString) {
         DomString text = ToString(a);
-        if (b->GetType() == TypeString) {
-            text += b->GetString();
-        } else {
-            text += ToString(b);
-        }
+        DomString right = b->GetType() == TypeString ? b->GetString() : ToString(b);
+        if (text.size() + right.size() > kMaxStringLength) throw new CRuntimeError(CRuntimeError::OutOfMemory);
+        text += right;
         return CValue::String(std::move(text));
     }
     return NumberValue(ToNumber(a).Add(ToNumber(b)));

@@ -2,6 +2,7 @@
 #include "ecmascript/private/Statement.h"
 
 #include <new>
+#include <stdexcept>
 
 #include "ecmascript/Conversions.h"
 #include "ecmascript/EcmaScriptException.h"
@@ -28,6 +29,10 @@ CCompletion ExecuteGuarded(CStatement& statement, CContext& context) {
     } catch (Core::IException* error) {
         if (statement.m_nLine < 0) throw;
         throw new CEcmaScriptException(error, statement.m_nLine);
+    } catch (std::bad_alloc&) {
+        throw new CEcmaScriptException(new CRuntimeError(CRuntimeError::OutOfMemory), statement.m_nLine);
+    } catch (std::length_error&) {
+        throw new CEcmaScriptException(new CRuntimeError(CRuntimeError::OutOfMemory), statement.m_nLine);
     }
 }
 

@@ -46,3 +46,10 @@ a.length = 4000000000;
 new Array(4294967295);
 //---
 print("done");
+//---
+var doubling = "x";
+while (true) doubling = doubling + doubling;
+//---
+var big = new Array(30000);
+for (var i = 0; i < 30000; i++) big[i] = "0123456789";
+var joined = big.join(big.join());
