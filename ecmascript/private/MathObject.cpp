@@ -134,6 +134,7 @@ TRefPtr<CValue> CMathObject::CallNative(int index, CObject*, const CValueList& a
 
 void InstallMath(CGlobalObject* global) {
     TRefPtr<CObject> math = new CMathObject(global);
+    global->InstallConstructor(BuiltinMath, u"Math", nullptr, math, 0);
     global->DefineValue(u"Math", CValue::Object(math), DontEnum);
 }
 

@@ -46,9 +46,9 @@ DomString MapCase(DomString text, bool upper) {
     return text;
 }
 
-// ToInteger of the argument clamped to 0..length; `undefinedValue` stands in for an undefined argument.
-double ClampedPosition(CValue* value, double length, double undefinedValue) {
-    double position = value->GetType() == TypeUndefined ? undefinedValue : ToInteger(value).GetDouble();
+// ToInteger of the argument (NaN giving 0) clamped to 0..length.
+double ClampedPosition(CValue* value, double length) {
+    double position = ToInteger(value).GetDouble();
     return position < 0 ? 0 : position > length ? length : position;
 }
 
@@ -117,7 +117,7 @@ TRefPtr<CValue> CStringPrototype::CallNative(int index, CObject* thisObject, con
         }
         case StringIndexOf:
             return IndexResult(text.find(ToString(arguments[0]),
-                                         static_cast<size_t>(ClampedPosition(arguments[1], length, 0))));
+                                         static_cast<size_t>(ClampedPosition(arguments[1], length))));
         case StringLastIndexOf:
             return LastIndexOf(text, arguments[0], arguments[1]);
         case StringMatchIndex:
@@ -129,8 +129,8 @@ TRefPtr<CValue> CStringPrototype::CallNative(int index, CObject* thisObject, con
         case StringSplit:
             return Split(GetGlobal(), text, arguments[0]);
         case StringSubstring: {
-            double start = ClampedPosition(arguments[0], length, 0);
-            double end = ClampedPosition(arguments[1], length, length);
+            double start = ClampedPosition(arguments[0], length);
+            double end = arguments.GetSize() < 2 ? length : ClampedPosition(arguments[1], length);
             if (start > end) std::swap(start, end);
             return CValue::String(text.substr(static_cast<size_t>(start), static_cast<size_t>(end - start)));
         }

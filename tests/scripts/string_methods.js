@@ -9,7 +9,7 @@ print("abc".charAt(1) + "|" + "abc".charAt(3) + "|" + "abc".charAt(-1) + "|" + "
 print("abc".charCodeAt(0) + " " + "abc".charCodeAt(3) + " " + "abc".charCodeAt(-1));
 print("hello".indexOf("l") + " " + "hello".indexOf("l", 3) + " " + "hello".indexOf("l", 10) + " " + "hello".indexOf("") + " " + "hello".indexOf("", 10));
 print("hello".lastIndexOf("l") + " " + "hello".lastIndexOf("l", 2) + " " + "hello".lastIndexOf("l", NaN) + " " + "hello".lastIndexOf("h", -5) + " " + "hello".lastIndexOf(""));
-print("abc".substring(2, 0) + "|" + "abcdef".substring(2) + "|" + "abc".substring(NaN, 2) + "|" + "abc".substring(-3, 10) + "|" + "abc".substring(1, 1) + "|");
+print("abc".substring(2, 0) + "|" + "abcdef".substring(2) + "|" + "abc".substring(NaN, 2) + "|" + "abc".substring(-3, 10) + "|" + "abc".substring(1, 1) + "|" + "abc".substring(2, void 0) + "|");
 print("MiXeD 123".toLowerCase() + " " + "MiXeD 123".toUpperCase());
 print("\u00e9\u00df\u0131\u03c3".toUpperCase() == "\u00c9\u00df\u0049\u03a3");
 print("\u00c9\u0130\u03a3".toLowerCase() == "\u00e9\u0069\u03c3");
