@@ -1,5 +1,5 @@
-// The Math object: its constants and its functions, each testing the special values of the
-// standard's tables before the C library computes the rest.
+// The Math object: its constants and its functions, each settling the special values (NaN, zeros,
+// infinities, arguments out of the domain) before the C library computes the rest.
 #pragma once
 #include "ecmascript/Object.h"
 

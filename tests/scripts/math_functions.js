@@ -18,7 +18,7 @@ print(Math.max(1, 2, 3) + " " + Math.min(3, 2, 1) + " " + Math.max(0 - 1, 0 - 2)
 // round: halves go up, small negatives give -0.
 print(show(Math.round(2.5)) + " " + show(Math.round(-2.5)) + " " + show(Math.round(-0.2)) + " " + show(Math.round(0.2)) + " " + show(Math.round(-0.5)) + " " + Math.round(-0.2) + " " + show(Math.round(1 / 0)));
 
-// pow: the special cases of the standard.
+// pow: NaN, zero, one, infinities and signs.
 print(Math.pow(2, 10) + " " + Math.pow(NaN, 0) + " " + Math.pow(1, NaN) + " " + Math.pow(NaN, 1) + " " + Math.pow(1, 1 / 0) + " " + Math.pow(2, -1 / 0) + " " + Math.pow(0.5, -1 / 0));
 print(show(Math.pow(-1 / 0, 3)) + " " + show(Math.pow(-1 / 0, 2)) + " " + show(Math.pow(-1 / 0, -3)) + " " + show(Math.pow(-0, 3)) + " " + show(Math.pow(-0, -3)) + " " + show(Math.pow(0, -2)) + " " + show(Math.pow(-8, 1 / 3)));
 
