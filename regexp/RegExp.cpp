@@ -58,8 +58,9 @@ bool CRegExp::Scan(DomStringView text, int from, CMatchResult& result) {
 }
 
 bool CRegExp::Next(DomStringView text, CMatchResult& result) {
+    // Indexes below 0 never match, so a negative last index amounts to starting at 0.
     int from = m_bGlobal ? m_nLastIndex : 0;
-    if (from < 0 || !Scan(text, from, result)) {
+    if (!Scan(text, from, result)) {
         m_nLastIndex = 0;
         return false;
     }
