@@ -105,6 +105,9 @@ void CDocumentBuilder::EndDocument() {
         static_cast<CDocumentFragment*>(m_pTarget.Get())->m_pLastChild = m_pLast;
     }
     m_pData->m_nNextOrder = m_nNextOrder;
+    // An ID lookup made while building saw only part of the tree.
+    m_pData->m_aIdIndex.Clear();
+    m_pData->m_bIdIndexBuilt = false;
 }
 
 // Runs the pending start-tag step and closes pending text: what every event that is not part

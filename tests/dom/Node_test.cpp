@@ -159,24 +159,6 @@ TEST(NodeModel, UnsupportedQueriesRaiseCodeNine) {
     }
 }
 
-TEST(NodeModel, ExceptionMessagesFollowTheirCodes) {
-    struct {
-        int nCode;
-        const char16_t* pMessage;
-    } rows[] = {
-        {1, u"Index or size is negative, or greater than the allowed value"},
-        {8, u"Attempt to reference a node in a context where it does not exist"},
-        {10, u"Attempt to add an attribute that is already in use elsewhere"},
-        {0, u"Unclassified DOM exception"},
-        {11, u"Unclassified DOM exception"},
-    };
-    for (const auto& row : rows) {
-        DomString message;
-        CDomException(row.nCode).GetMessage(message);
-        EXPECT_EQ(message, row.pMessage);
-    }
-}
-
 TEST(NodeModel, SubstringDataChecksOffsetAndCutsCount) {
     CEventFeeder feeder;
     feeder.Start("e").Text("hello").End();
