@@ -73,6 +73,7 @@ void CInterpreter::Hoist(CContext& context, const TArray<TRefPtr<CFunctionBody>>
 }
 
 TRefPtr<CValue> CInterpreter::Run() {
+    if (!m_pGlobal) return nullptr;  // shut down
     TRefPtr<CProgram> program;
     {
         EcmaScriptPrivate::CParser parser;
@@ -99,7 +100,7 @@ TRefPtr<CValue> CInterpreter::Run() {
 }
 
 TRefPtr<CValue> CInterpreter::Eval(CValue* code) {
-    if (code->GetType() != TypeString) return code;
+    if (code->GetType() != TypeString || !m_pGlobal) return code;
     TRefPtr<CProgram> program;
     EcmaScriptPrivate::CParser parser;
     parser.SetErrorHandler(new EcmaScriptPrivate::CFirstErrorHandler);
