@@ -43,6 +43,8 @@ void CStylesheet::Transform(const DomString& documentUri, IDocumentSource* sourc
             outermost.RaiseFatal(CXsltException::DocumentRetrievalError, documentUri, message);
         }
     }
+    runtime->GetDocumentTable()->SetSpaceRules(m_pSpaceRules);
+    runtime->GetDocumentTable()->Add(documentUri, document);
     TRefPtr<Xpath::CNodeIterator> root;
     TRefPtr<Xpath::CNodeSet> rootSet = new Xpath::CSingleNodeSet(document);
     rootSet->CreateIterator(root);

@@ -4,6 +4,7 @@
 #include "xslt/XsltException.h"
 #include "xslt/private/CompileContext.h"
 #include "xslt/private/FlowInstructions.h"
+#include "xslt/private/NumberInstruction.h"
 #include "xslt/private/OutputInstructions.h"
 #include "xslt/private/TemplateInstructions.h"
 #include "xslt/private/VariableInstruction.h"
@@ -42,6 +43,7 @@ const SInstructionEntry s_aInstructions[] = {
     {u"for-each", CForEachInstruction::Compile},
     {u"if", CIfInstruction::Compile},
     {u"message", CMessageInstruction::Compile},
+    {u"number", CNumberInstruction::Compile},
     {u"text", CTextInstruction::CompileTextElement},
     {u"value-of", CValueOfInstruction::Compile},
     {u"variable", CompileVariable},

@@ -17,15 +17,18 @@ namespace XsltPrivate {
 
 namespace {
 
-// Makes current() give the instruction's current node while one of its expressions runs.
+// Makes this context the one whose expression runs, for current() and the XSLT functions.
 class CCurrentNodeScope {
 public:
-    CCurrentNodeScope(CRuntime* runtime, Dom::CNode* node) : m_pRuntime(runtime), m_pPrevious(runtime->SetCurrentNode(node)) {}
-    ~CCurrentNodeScope() { m_pRuntime->SetCurrentNode(m_pPrevious); }
+    CCurrentNodeScope(CRuntime* runtime, CExecutionContext* context)
+        : m_pRuntime(runtime), m_pPrevious(runtime->SetActiveContext(context)) {}
+    ~CCurrentNodeScope() { m_pRuntime->SetActiveContext(m_pPrevious); }
+    CCurrentNodeScope(const CCurrentNodeScope&) = delete;
+    CCurrentNodeScope& operator=(const CCurrentNodeScope&) = delete;
 
 private:
     CRuntime* m_pRuntime;
-    Dom::CNode* m_pPrevious;
+    CExecutionContext* m_pPrevious;
 };
 
 }  // namespace
@@ -137,7 +140,7 @@ void CExecutionContext::MakeXpathContext(TRefPtr<Xpath::CContext>& context) {
 void CExecutionContext::Evaluate(const Xpath::CExpression* expression, TRefPtr<Xpath::CValue>& value) {
     TRefPtr<Xpath::CContext> context;
     MakeXpathContext(context);
-    CCurrentNodeScope scope(m_pRuntime, GetCurrentNode());
+    CCurrentNodeScope scope(m_pRuntime, this);
     try {
         expression->Evaluate(value, context);
     } catch (Xslt::CXsltException*) {
@@ -153,7 +156,7 @@ bool CExecutionContext::EvaluateBoolean(const Xpath::CExpression* expression) {
     if (value->GetType() == Xpath::TypeBoolean) return value->GetBoolean();
     TRefPtr<Xpath::CContext> context;
     MakeXpathContext(context);
-    CCurrentNodeScope scope(m_pRuntime, GetCurrentNode());
+    CCurrentNodeScope scope(m_pRuntime, this);
     try {
         return Xpath::CConverter(context).ToBoolean(value);
     } catch (Xslt::CXsltException*) {
@@ -172,7 +175,7 @@ void CExecutionContext::EvaluateString(const Xpath::CExpression* expression, Dom
 void CExecutionContext::ConvertToString(Xpath::CValue* value, DomString& text) {
     TRefPtr<Xpath::CContext> context;
     MakeXpathContext(context);
-    CCurrentNodeScope scope(m_pRuntime, GetCurrentNode());
+    CCurrentNodeScope scope(m_pRuntime, this);
     try {
         text = Xpath::CConverter(context).ToString(value);
     } catch (Xslt::CXsltException*) {
@@ -192,7 +195,7 @@ void CExecutionContext::EvaluateNodeSet(const Xpath::CExpression* expression, TR
 }
 
 void CExecutionContext::CreateIterator(Xpath::CNodeSet* nodes, TRefPtr<Xpath::CNodeIterator>& iterator) {
-    CCurrentNodeScope scope(m_pRuntime, GetCurrentNode());
+    CCurrentNodeScope scope(m_pRuntime, this);
     try {
         nodes->CreateIterator(iterator);
     } catch (Xslt::CXsltException*) {
@@ -203,7 +206,7 @@ void CExecutionContext::CreateIterator(Xpath::CNodeSet* nodes, TRefPtr<Xpath::CN
 }
 
 void CExecutionContext::Advance(Xpath::CNodeIterator* iterator) {
-    CCurrentNodeScope scope(m_pRuntime, GetCurrentNode());
+    CCurrentNodeScope scope(m_pRuntime, this);
     try {
         iterator->Next();
     } catch (Xslt::CXsltException*) {
@@ -222,7 +225,7 @@ void CExecutionContext::EvaluateAvt(const CAvt* avt, DomString& text) {
     text.clear();
     TRefPtr<Xpath::CContext> context;
     MakeXpathContext(context);
-    CCurrentNodeScope scope(m_pRuntime, GetCurrentNode());
+    CCurrentNodeScope scope(m_pRuntime, this);
     try {
         Xpath::CConverter converter(context);
         for (int i = 0; i < avt->GetPartCount(); ++i) {

@@ -13,25 +13,13 @@
 #include "xslt/private/VariableFrame.h"
 #include "xslt/private/VariableInstruction.h"
 #include "xslt/private/DiagnosticReporter.h"
+#include "xslt/private/XsltFunctions.h"
 
 namespace XsltPrivate {
 
 namespace {
 
 using Xslt::CXsltException;
-
-// current(): the node that the running instruction stands on.
-class CCurrentFunction : public Xpath::IFunction {
-public:
-    explicit CCurrentFunction(CRuntime* runtime) : m_pRuntime(runtime) {}
-    void Call(TRefPtr<Xpath::CValue>& result, Xpath::CContext*, const TArray<TRefPtr<Xpath::CValue>>& arguments) override {
-        if (arguments.GetSize() != 0) throw new Xpath::CXpathException(Xpath::CXpathException::InvalidArgumentCount, u"current");
-        result = new Xpath::CNodeSetValue(new Xpath::CSingleNodeSet(m_pRuntime->GetCurrentNode()));
-    }
-
-private:
-    CRuntime* m_pRuntime;
-};
 
 // The attributes of xsl:output with their bits, in the order they are merged.
 struct SOutputAttribute {
@@ -79,11 +67,13 @@ CRuntime::CRuntime(CStylesheetModule* root, Xslt::CEnvironment* environment, CLo
       m_pOutputProperties(new XmlWriter::COutputProperties()),
       m_pRunParameters(new CBoundParameters()),
       m_pFunctions(new Xpath::CCoreFunctionLibrary()),
-      m_pNodeOrder(new Xpath::CDocumentNodeOrder()),
+      m_pNodeOrder(new CKeyTable()),
       m_pExtensionTypes(new Xpath::CDefaultExtensionTypes()),
-      m_pEmptyNamespaces(new CNamespaceContext(nullptr)) {
+      m_pEmptyNamespaces(new CNamespaceContext(nullptr)),
+      m_pDocuments(new CDocumentTable(environment, locator)) {
     m_pGlobalFrame = new CVariableFrame(this);
-    m_pFunctions->AddFunction(u"current", new CCurrentFunction(this));
+    AddDocumentFunctions(m_pFunctions, this);
+    AddXsltFunctions(m_pFunctions, this);
 }
 
 CRuntime::~CRuntime() = default;
@@ -122,6 +112,13 @@ void CRuntime::BuildTables(CExecutionContext& context) {
     BuildDecimalFormats(context);
     BuildOutput(context);
     BuildGlobals(context);
+    BuildKeys();
+}
+
+void CRuntime::BuildKeys() {
+    Walk(m_pRootModule, [&](CStylesheetModule* module) {
+        for (CKeyDeclaration* key : module->m_aKeys) GetKeyTable()->AddKey(key);
+    });
 }
 
 void CRuntime::BuildNamedTemplates(CExecutionContext& context) {

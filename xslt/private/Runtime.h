@@ -17,6 +17,8 @@
 #include "xslt/ParameterList.h"
 #include "xslt/private/BoundParameters.h"
 #include "xslt/private/Declarations.h"
+#include "xslt/private/FunctionLibrary.h"
+#include "xslt/private/KeyTable.h"
 #include "xslt/private/QName.h"
 
 namespace XsltPrivate {
@@ -80,11 +82,12 @@ public:
     bool EnterTemplate() { return ++m_nTemplateDepth <= MaxTemplateDepth; }
     void LeaveTemplate() { --m_nTemplateDepth; }
 
-    // The node that current() gives while an instruction's expression is evaluated.
-    Dom::CNode* GetCurrentNode() const { return m_pCurrentNode; }
-    Dom::CNode* SetCurrentNode(Dom::CNode* node) {
-        Dom::CNode* previous = m_pCurrentNode;
-        m_pCurrentNode = node;
+    // The execution context whose expression is being evaluated: current() gives its node, and
+    // the XSLT functions raise their errors and resolve their QNames through it.
+    CExecutionContext* GetActiveContext() const { return m_pActiveContext; }
+    CExecutionContext* SetActiveContext(CExecutionContext* context) {
+        CExecutionContext* previous = m_pActiveContext;
+        m_pActiveContext = context;
         return previous;
     }
 
@@ -92,6 +95,9 @@ public:
     Xpath::INamespaceResolver* GetEmptyNamespaces() const { return m_pEmptyNamespaces; }
     Xpath::IFunctionLibrary* GetFunctions() const { return m_pFunctions; }
     Xpath::INodeOrder* GetNodeOrder() const { return m_pNodeOrder; }
+    // The key table is the run's node order.
+    CKeyTable* GetKeyTable() const { return static_cast<CKeyTable*>(m_pNodeOrder.Get()); }
+    CDocumentTable* GetDocumentTable() const { return m_pDocuments; }
     Xpath::IExtensionTypes* GetExtensionTypes() const { return m_pExtensionTypes; }
 
 private:
@@ -120,6 +126,7 @@ private:
     void BuildDecimalFormats(CExecutionContext& context);
     void BuildOutput(CExecutionContext& context);
     void BuildGlobals(CExecutionContext& context);
+    void BuildKeys();
     void AddGlobal(CExecutionContext& context, CVariableInstruction* declaration, int mark);
     void EvaluateGlobal(SGlobal& global);
     void MergeOutput(CExecutionContext& context, COutputDeclaration* declaration, int* states);
@@ -141,12 +148,13 @@ private:
     CExecutionContext* m_pOutermost = nullptr;
     TRefPtr<CVariableFrame> m_pGlobalFrame;
     int m_nTemplateDepth = 0;
-    Dom::CNode* m_pCurrentNode = nullptr;
+    CExecutionContext* m_pActiveContext = nullptr;
 
     TRefPtr<Xpath::CCoreFunctionLibrary> m_pFunctions;
     TRefPtr<Xpath::INodeOrder> m_pNodeOrder;
     TRefPtr<Xpath::IExtensionTypes> m_pExtensionTypes;
     TRefPtr<Xpath::INamespaceResolver> m_pEmptyNamespaces;
+    TRefPtr<CDocumentTable> m_pDocuments;
 };
 
 }  // namespace XsltPrivate

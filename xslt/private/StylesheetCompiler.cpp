@@ -11,10 +11,8 @@ namespace XsltPrivate {
 
 CStylesheetCompiler::CStylesheetCompiler(Xslt::CEnvironment* environment)
     : m_pEnvironment(environment), m_pRules(new Dom::CStripSpaceRules()) {
-    DomString xslt(kXsltNamespace);
-    DomString text(u"text");
-    m_pRules->AddRule(static_cast<const DomString*>(nullptr), nullptr, 0, false);
-    m_pRules->AddRule(&xslt, &text, 1, true);
+    m_pRules->AddRule(nullptr, nullptr, 0, false);
+    m_pRules->AddRule(kXsltNamespace, u"text", 1, true);
     m_pRules->SetAnyStrip(true);
 }
 

@@ -110,7 +110,11 @@ void CStylesheetModule::CompileTopLevel(CCompileContext& element, bool& importAl
     if (name == u"decimal-format") return AddDecimalFormat(element);
     if (name == u"namespace-alias") return AddNamespaceAlias(element);
     if (name == u"output") return AddOutput(element);
-    if (name == u"key") return;  // Keys are read by the key tables.
+    if (name == u"key") {
+        TRefPtr<CKeyDeclaration> key;
+        CKeyDeclaration::Compile(element, key);
+        return m_aKeys.Add(key);
+    }
     if (!element.IsForwards()) element.Raise(CXsltException::InvalidTopLevelElement);
 }
 
@@ -169,15 +173,15 @@ void CStylesheetModule::AddSpaceRules(CCompileContext& element, bool preserve) {
     CCompileContext::SplitList(text, tokens);
     for (const DomString& token : tokens) {
         if (token == u"*") {
-            m_pSpaceRules->AddRule(static_cast<const DomString*>(nullptr), nullptr, m_nPrecedence, preserve);
+            m_pSpaceRules->AddRule(nullptr, nullptr, m_nPrecedence, preserve);
         } else if (token.size() > 2 && token.compare(token.size() - 2, 2, u":*") == 0) {
             SQName name;
             element.ResolveQName(token.substr(0, token.size() - 1) + u"a", false, name);
-            m_pSpaceRules->AddRule(&name.sUri, nullptr, m_nPrecedence, preserve);
+            m_pSpaceRules->AddRule(name.sUri.c_str(), nullptr, m_nPrecedence, preserve);
         } else {
             SQName name;
             element.ResolveQName(token, false, name);
-            m_pSpaceRules->AddRule(&name.sUri, &name.sLocalName, m_nPrecedence, preserve);
+            m_pSpaceRules->AddRule(name.sUri.c_str(), name.sLocalName.c_str(), m_nPrecedence, preserve);
         }
         if (!preserve) m_pSpaceRules->SetAnyStrip(true);
     }
@@ -297,8 +301,9 @@ public:
     bool GetElementId(const Dom::CNode* node, DomString& id) override {
         return m_context.GetRuntime()->GetNodeOrder()->GetElementId(node, id);
     }
-    // No key table is kept by the run yet, so a key() pattern matches nothing.
-    bool MatchKey(const Dom::CNode*, const DomString&, const DomString&, const DomString&) override { return false; }
+    bool MatchKey(const Dom::CNode* node, const DomString& uri, const DomString& local, const DomString& value) override {
+        return m_context.GetRuntime()->GetKeyTable()->MatchKey(m_context, node, uri, local, value);
+    }
 
 private:
     CExecutionContext& m_context;

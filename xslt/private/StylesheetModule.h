@@ -8,6 +8,7 @@
 #include "xpath/Expression.h"
 #include "xslt/private/CompileContext.h"
 #include "xslt/private/Declarations.h"
+#include "xslt/private/KeyDeclaration.h"
 #include "xslt/private/Template.h"
 #include "xslt/private/VariableInstruction.h"
 
@@ -37,6 +38,7 @@ public:
     TArray<TRefPtr<CStylesheetModule>> m_aImports;
     TArray<TRefPtr<CAttributeSetDeclaration>> m_aAttributeSets;
     TArray<TRefPtr<CDecimalFormatDeclaration>> m_aDecimalFormats;
+    TArray<TRefPtr<CKeyDeclaration>> m_aKeys;
     TArray<TRefPtr<CNamespaceAliasDeclaration>> m_aNamespaceAliases;
     TArray<TRefPtr<COutputDeclaration>> m_aOutputs;
     TArray<TRefPtr<CVariableInstruction>> m_aParameters;

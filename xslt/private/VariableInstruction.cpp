@@ -9,6 +9,8 @@
 #include "xslt/private/FragmentValue.h"
 #include "xslt/private/ResultTree.h"
 #include "xslt/private/Runtime.h"
+#include "xpath/NodeSet.h"
+#include "xpath/SortedNodeList.h"
 
 namespace XsltPrivate {
 
@@ -39,9 +41,28 @@ void CVariableInstruction::Execute(CExecutionContext& context) {
     context.SetBinding(m_name, value);
 }
 
+namespace {
+
+// Collects a lazy node-set into a list once, so that each use of the variable reads the list
+// instead of walking the document again. Node-sets are in document order either way.
+void Collect(CExecutionContext& context, TRefPtr<Xpath::CValue>& value) {
+    Xpath::CNodeSet* nodes = value->GetNodeSet();
+    if (!nodes || dynamic_cast<Xpath::CNodeListNodeSet*>(nodes) || dynamic_cast<Xpath::CSingleNodeSet*>(nodes)) return;
+    CRuntime* runtime = context.GetRuntime();
+    TRefPtr<Xpath::CSortedNodeList> list;
+    runtime->GetExtensionTypes()->GetListFactory()->Create(list, runtime->GetNodeOrder());
+    TRefPtr<Xpath::CNodeIterator> iterator;
+    context.CreateIterator(nodes, iterator);
+    for (; iterator->Current(); context.Advance(iterator)) list->Insert(iterator->Current());
+    value = new Xpath::CNodeSetValue(new Xpath::CNodeListNodeSet(list));
+}
+
+}  // namespace
+
 void CVariableInstruction::ComputeValue(CExecutionContext& context, TRefPtr<Xpath::CValue>& value) const {
     if (m_pSelect) {
         context.Evaluate(m_pSelect, value);
+        if (value->GetType() == Xpath::TypeNodeSet) Collect(context, value);
     } else if (!m_content.IsEmpty()) {
         MakeFragment(context, m_content, value);
     } else {
