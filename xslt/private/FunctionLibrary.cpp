@@ -103,19 +103,19 @@ private:
     // The document of `reference` against `base`, or with a null base against the running
     // stylesheet element; null after a recoverable report when it cannot be had.
     Dom::CNode* Load(CExecutionContext& active, Dom::CNode* base, const DomString& reference) {
-        // An empty reference or a bare fragment names the document that holds the base.
-        if (reference.empty() || reference[0] == u'#') {
-            if (base) return base->GetOwnerDocument();
-        }
-        DomString baseUri = base ? base->GetOwnerDocument()->GetDocumentUri() : StylesheetBase(active);
-        DomString uri;
-        try {
-            Uri::CUri parsed;
-            parsed.Parse(baseUri);
-            uri = parsed.Resolve(reference);
-        } catch (Core::IException* failure) {
-            ReportFailure(active, CXsltException::InvalidUriSyntax, reference, failure);
-            return nullptr;
+        DomString uri = base ? base->GetOwnerDocument()->GetDocumentUri() : StylesheetBase(active);
+        // An empty reference or a bare fragment names the document that holds the base itself.
+        bool sameDocument = reference.empty() || reference[0] == u'#';
+        if (sameDocument && base) return base->GetOwnerDocument();
+        if (!sameDocument) {
+            try {
+                Uri::CUri parsed;
+                parsed.Parse(uri);
+                uri = parsed.Resolve(reference);
+            } catch (Core::IException* failure) {
+                ReportFailure(active, CXsltException::InvalidUriSyntax, reference, failure);
+                return nullptr;
+            }
         }
         // A fragment travels no further than here: the document is the whole resource.
         size_t hash = uri.find(u'#');

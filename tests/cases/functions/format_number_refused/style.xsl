@@ -1,0 +1,6 @@
+<xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
+<xsl:output method="text"/>
+<xsl:template match="/">
+<xsl:value-of select="function-available('format-number')"/>
+<xsl:value-of select="format-number(1, '0')"/></xsl:template>
+</xsl:stylesheet>
