@@ -1,9 +1,8 @@
 // The String methods that take a regular expression: match, search and replace. A RegExp
 // object gives its own compiled pattern; anything else is compiled from its text, without flags.
-#include <vector>
-
 #include "ecmascript/Conversions.h"
 #include "ecmascript/GlobalObject.h"
+#include "ecmascript/RuntimeError.h"
 #include "ecmascript/private/ArrayObject.h"
 #include "ecmascript/private/RegExpObject.h"
 #include "ecmascript/private/StringObject.h"
@@ -20,19 +19,32 @@ TRefPtr<CRegExp> PatternOf(CValue* value) {
     return new CRegExp(text, false, false, false);
 }
 
-// All matches of a global pattern from the start, or the first of another; an empty match steps
-// the index on by one.
-std::vector<CMatchResult> AllMatches(CRegExp* regexp, const DomString& text) {
-    std::vector<CMatchResult> matches;
-    CMatchResult result;
-    regexp->SetLastIndex(0);
-    while (regexp->Next(text, result)) {
-        matches.push_back(result);
-        if (!regexp->GetGlobal()) break;
-        if (result.GetLength(0) == 0) regexp->SetLastIndex(regexp->GetLastIndex() + 1);
+// Steps through the matches of a pattern: all of them from the start for a global one, the
+// first for another; an empty match steps the index on by one. The pattern's last index is not
+// used while stepping, so a replacement function may use the same pattern meanwhile; it is 0 at
+// the end, as after the last failing step.
+class CMatchSteps {
+public:
+    CMatchSteps(CRegExp* regexp, const DomString& text) : m_pRegExp(regexp), m_text(text) {}
+    ~CMatchSteps() { m_pRegExp->SetLastIndex(0); }
+
+    bool Next(CMatchResult& match) {
+        if (m_bDone || !m_pRegExp->Scan(m_text, m_nFrom, match)) return false;
+        m_bDone = !m_pRegExp->GetGlobal();
+        m_nFrom = match.GetEnd(0) + (match.GetLength(0) == 0 ? 1 : 0);
+        m_bDone = m_bDone || m_nFrom > static_cast<int>(m_text.size());
+        return true;
     }
-    return matches;
-}
+
+private:
+    TRefPtr<CRegExp> m_pRegExp;
+    const DomString& m_text;
+    int m_nFrom = 0;
+    bool m_bDone = false;
+};
+
+// Replacement refuses results beyond 2^26 units (128 MB), as concatenation does.
+constexpr size_t kMaxTextLength = size_t(1) << 26;
 
 // The capture named by the digits after a '$': two digits if they name a capture, else one,
 // else none (0). `used` receives the digits taken.
@@ -95,14 +107,14 @@ DomString CallReplacer(CObject* function, const DomString& text, const CMatchRes
 
 TRefPtr<CValue> StringMatch(CGlobalObject* global, const DomString& text, CValue* pattern) {
     TRefPtr<CRegExp> regexp = PatternOf(pattern);
-    std::vector<CMatchResult> matches = AllMatches(regexp, text);
-    if (!regexp->GetGlobal()) {
-        if (matches.empty()) return CValue::Null();
-        return CValue::Object(MakeMatchArray(global, text, matches[0]));
-    }
-    if (matches.empty()) return CValue::Null();
+    CMatchSteps steps(regexp, text);
+    CMatchResult match;
+    if (!steps.Next(match)) return CValue::Null();
+    if (!regexp->GetGlobal()) return CValue::Object(MakeMatchArray(global, text, match));
     TRefPtr<CArrayObject> array = new CArrayObject(global);
-    for (const CMatchResult& match : matches) array->Append(CValue::String(DomString(match.GetText(text, 0))));
+    do
+        array->Append(CValue::String(DomString(match.GetText(text, 0))));
+    while (steps.Next(match));
     return CValue::Object(array.Get());
 }
 
@@ -114,24 +126,26 @@ TRefPtr<CValue> StringReplace(const DomString& text, CValue* search, CValue* rep
     CObject* function = replacement->GetObject();
     if (function && DomStringView(function->GetClass()) != u"Function") function = nullptr;
     DomString replacementText = function ? DomString() : ToString(replacement);
-    std::vector<CMatchResult> matches;
-    if (CRegExpObject* object = CRegExpObject::From(search)) {
-        matches = AllMatches(object->GetRegExp(), text);
-    } else {
-        DomString plain = ToString(search);
-        size_t found = text.find(plain);
-        if (found != DomString::npos)
-            matches.push_back(CMatchResult::Single(static_cast<int>(found), static_cast<int>(plain.size())));
-    }
     DomString out;
     size_t copied = 0;
-    for (const CMatchResult& match : matches) {
+    auto replace = [&](const CMatchResult& match) {
         out.append(text, copied, static_cast<size_t>(match.GetStart(0)) - copied);
         if (function)
             out += CallReplacer(function, text, match);
         else
             ExpandReplacement(out, replacementText, text, match);
         copied = static_cast<size_t>(match.GetEnd(0));
+        if (out.size() > kMaxTextLength) throw new CRuntimeError(CRuntimeError::OutOfMemory);
+    };
+    if (CRegExpObject* object = CRegExpObject::From(search)) {
+        CMatchSteps steps(object->GetRegExp(), text);
+        CMatchResult match;
+        while (steps.Next(match)) replace(match);
+    } else {
+        DomString plain = ToString(search);
+        size_t found = text.find(plain);
+        if (found != DomString::npos)
+            replace(CMatchResult::Single(static_cast<int>(found), static_cast<int>(plain.size())));
     }
     out.append(text, copied);
     return CValue::String(std::move(out));

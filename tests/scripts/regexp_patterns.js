@@ -42,3 +42,8 @@ print("aaa".replace(new RegExp("a", "g"), "$&$&") + " " + "aaa".replace(new RegE
 var many = "";
 for (var n = 0; n < 2000; n++) many = many + "a";
 print(new RegExp("(a*)*b").test(many + "b") + " " + new RegExp("^(a|aa)*c").test(many.substring(0, 22)));
+
+// A replacement function may use the same pattern while the replacement steps on.
+var word = new RegExp("\\w+", "g");
+function inner(match) { return match.replace(word, "<$&>") + "x y".match(word).length; }
+print("ab cd".replace(word, inner) + " " + word.lastIndex);
