@@ -1,0 +1,1 @@
+<xsl:template xmlns:xsl="http://www.w3.org/1999/XSL/Transform"/>
