@@ -82,13 +82,86 @@ void CUnionExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
     result = new CNodeSetValue(nodeSet);
 }
 
+namespace {
+
+bool IsCoreCall(const CFunctionCallExpr* call, const DomChar* name) {
+    return call->GetPrefix().empty() && call->GetLocalName() == name;
+}
+
+// True if the value of `expression` cannot depend on the context position or size: no
+// position() or last() outside nested steps, and no prefixed (extension) call, which could
+// read the context. Nested steps and filters have their own positions.
+bool IsPositionFree(const CExpression* expression) {
+    if (auto* binary = dynamic_cast<const CBinaryExpr*>(expression))
+        return IsPositionFree(binary->GetLeft()) && IsPositionFree(binary->GetRight());
+    if (auto* negate = dynamic_cast<const CNegateExpr*>(expression)) return IsPositionFree(negate->GetOperand());
+    if (auto* call = dynamic_cast<const CFunctionCallExpr*>(expression)) {
+        if (!call->GetPrefix().empty() || IsCoreCall(call, u"position") || IsCoreCall(call, u"last")) return false;
+        for (const TRefPtr<CExpression>& argument : call->GetArguments())
+            if (!IsPositionFree(argument)) return false;
+        return true;
+    }
+    if (auto* filter = dynamic_cast<const CFilterExpr*>(expression)) return IsPositionFree(filter->GetPrimary());
+    if (auto* path = dynamic_cast<const CPathExpr*>(expression)) return !path->GetBase() || IsPositionFree(path->GetBase());
+    if (auto* alternatives = dynamic_cast<const CUnionExpr*>(expression)) {
+        for (const TRefPtr<CExpression>& operand : alternatives->GetOperands())
+            if (!IsPositionFree(operand)) return false;
+        return true;
+    }
+    return dynamic_cast<const CLiteralExpr*>(expression) || dynamic_cast<const CRootExpr*>(expression);
+}
+
+// True if the predicate's value is never a number, so it is never compared with the position.
+bool IsNeverNumber(const CExpression* expression) {
+    if (dynamic_cast<const CEqualityExpr*>(expression) || dynamic_cast<const CRelationalExpr*>(expression) ||
+        dynamic_cast<const COrExpr*>(expression) || dynamic_cast<const CAndExpr*>(expression) ||
+        dynamic_cast<const CPathExpr*>(expression) || dynamic_cast<const CUnionExpr*>(expression))
+        return true;
+    auto* filter = dynamic_cast<const CFilterExpr*>(expression);
+    if (!filter) return false;
+    if (!filter->GetPredicates().IsEmpty()) return true;
+    auto* call = dynamic_cast<const CFunctionCallExpr*>(filter->GetPrimary());
+    if (!call) return dynamic_cast<const CLiteralExpr*>(filter->GetPrimary()) != nullptr;
+    for (const DomChar* name : {u"not", u"boolean", u"true", u"false", u"contains", u"starts-with", u"lang"})
+        if (IsCoreCall(call, name)) return true;
+    return false;
+}
+
+bool IsPlainStep(const CStepExpr* step, int axis) {
+    return step->GetAxis()->GetKind() == axis && step->GetPredicates().IsEmpty();
+}
+
+bool IgnoresPosition(const CStepExpr* step) {
+    for (const TRefPtr<CPredicate>& predicate : step->GetPredicates())
+        if (!IsNeverNumber(predicate->GetExpression()) || !IsPositionFree(predicate->GetExpression())) return false;
+    return true;
+}
+
+}  // namespace
+
+void CPathExpr::AddStep(CStepExpr* step) {
+    m_aSteps.Add(step);
+    if (!m_aWalkSteps.IsEmpty() && step->GetAxis()->GetKind() == AxisChild && IgnoresPosition(step)) {
+        CStepExpr* previous = m_aWalkSteps.Last();
+        if (IsPlainStep(previous, AxisDescendantOrSelf) && previous->GetTest()->GetKind() == TestAnyNode) {
+            TRefPtr<CAxis> descendant;
+            CAxis::Create(descendant, AxisDescendant);
+            TRefPtr<CStepExpr> merged(new CStepExpr(descendant, step->GetTest()));
+            for (const TRefPtr<CPredicate>& predicate : step->GetPredicates()) merged->GetPredicates().Add(predicate);
+            m_aWalkSteps.Last() = merged;
+            return;
+        }
+    }
+    m_aWalkSteps.Add(step);
+}
+
 // Only child and self may stand anywhere; descendant, descendant-or-self, attribute and
 // namespace only last; the other axes never. Such a path gives neither duplicates nor disorder.
 bool CPathExpr::CanStream() const {
     if (m_pBase && !m_bAbsolute) return false;
-    int last = m_aSteps.GetSize() - 1;
+    int last = m_aWalkSteps.GetSize() - 1;
     for (int i = 0; i <= last; ++i) {
-        switch (m_aSteps[i]->GetAxis()->GetKind()) {
+        switch (m_aWalkSteps[i]->GetAxis()->GetKind()) {
             case AxisChild:
             case AxisSelf:
                 break;
@@ -111,12 +184,12 @@ void CPathExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
         CStreamingPathNodeSet* streaming = new CStreamingPathNodeSet(context);
         nodeSet = streaming;
         if (m_pBase) streaming->AddElement(m_pBase);
-        for (const TRefPtr<CStepExpr>& step : m_aSteps) streaming->AddElement(step);
+        for (const TRefPtr<CStepExpr>& step : m_aWalkSteps) streaming->AddElement(step);
     } else {
         CCollectedPathNodeSet* collected = new CCollectedPathNodeSet(context);
         nodeSet = collected;
         if (m_pBase) collected->AddElement(m_pBase);
-        for (const TRefPtr<CStepExpr>& step : m_aSteps) collected->AddElement(step);
+        for (const TRefPtr<CStepExpr>& step : m_aWalkSteps) collected->AddElement(step);
     }
     result = new CNodeSetValue(nodeSet);
 }

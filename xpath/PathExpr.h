@@ -77,18 +77,24 @@ private:
 class CPathExpr : public CExpression {
 public:
     CPathExpr(CExpression* base, bool absolute) : m_pBase(base), m_bAbsolute(absolute) {}
-    void AddStep(CStepExpr* step) { m_aSteps.Add(step); }
+    // The step must be complete, its predicates included.
+    void AddStep(CStepExpr* step);
     void Evaluate(TRefPtr<CValue>& result, CContext* context) const override;
 
     CExpression* GetBase() const { return m_pBase; }
     bool IsAbsolute() const { return m_bAbsolute; }
+    // The steps as written.
     const TArray<TRefPtr<CStepExpr>>& GetSteps() const { return m_aSteps; }
+    // The steps as walked: `descendant-or-self::node()/child::x` becomes `descendant::x` where
+    // no predicate of the child step can see its position, which selects the same nodes.
+    const TArray<TRefPtr<CStepExpr>>& GetWalkSteps() const { return m_aWalkSteps; }
     bool CanStream() const;
 
 private:
     TRefPtr<CExpression> m_pBase;
     bool m_bAbsolute;
     TArray<TRefPtr<CStepExpr>> m_aSteps;
+    TArray<TRefPtr<CStepExpr>> m_aWalkSteps;
 };
 
 // The node-set of a value that must be one; fails with a message otherwise.

@@ -28,6 +28,13 @@ public:
         : m_pContext(context), m_aElements(elements) {
         m_aLevels.SetSize(elements.GetSize());
     }
+    // Each level's sets hold the context of the level before; releasing from the last level
+    // frees one level at a time instead of a chain as deep as the path.
+    ~CPathLevels() {
+        for (int level = m_aLevels.GetSize() - 1; level >= 0; --level) m_aLevels[level] = SLevel();
+    }
+    CPathLevels(const CPathLevels&) = delete;
+    CPathLevels& operator=(const CPathLevels&) = delete;
     int GetCount() const { return m_aLevels.GetSize(); }
     CNodeIterator* GetIterator(int level) const { return m_aLevels[level].m_pIterator; }
 

@@ -138,6 +138,28 @@ TEST(Evaluation, PathsDeliverDocumentOrderWithoutDuplicates) {
     EXPECT_EQ(evaluator.String("count((//b)[1])"), "1");
 }
 
+// A descendant shortcut for `//x[p]` must not change what positional predicates select.
+TEST(Evaluation, DoubleSlashKeepsPositionsPerParent) {
+    CEvaluator evaluator("<r><a n=\"1\"><a n=\"2\"/><a n=\"3\"/></a><b><a n=\"4\"/></b></r>");
+    evaluator.m_pVariables->m_aValues[u"|one"] = new Xpath::CNumberValue(1);
+    const char* rows[][2] = {
+        {"string(//a[1][last()]/@n)", "1"},
+        {"count(//a[1])", "3"},
+        {"count(//a[position() = 1])", "3"},
+        {"count(//a[$one])", "3"},
+        {"count(//a[last()])", "3"},
+        {"count(//a[count(../a) = 1 or true()][1])", "3"},
+        {"count(//a[string(@n)])", "4"},
+        {"count(//a[@n > 1])", "3"},
+        {"count(//a[number(@n) > 1][1])", "2"},
+        {"count(/r//a)", "4"},
+        {"count(//a//a)", "2"},
+        {"count(//a/a)", "2"},
+        {"count(//*/a[not(position() = 1)])", "1"},
+    };
+    for (auto& row : rows) EXPECT_EQ(evaluator.String(row[0]), row[1]) << row[0];
+}
+
 TEST(Evaluation, PredicatePositionsFollowTheInnerIteration) {
     CEvaluator evaluator("<r><a n=\"1\"/><a n=\"2\"/><a n=\"3\"/><a n=\"4\"/></r>");
     evaluator.MoveTo("/r/a[4]");
@@ -154,6 +176,19 @@ TEST(Evaluation, PredicatePositionsFollowTheInnerIteration) {
         {"../a[last()][last()]/@n", "4"},
     };
     for (auto& row : rows) EXPECT_EQ(evaluator.String(row[0]), row[1]) << row[0];
+}
+
+TEST(Evaluation, LongPathsAndUnionsWalkWithoutRecursion) {
+    CEvaluator evaluator("<r><a><a/></a></r>");
+    std::string streaming = "/r", collecting = "/r/a", alternatives = "/r";
+    for (int i = 0; i < 20000; ++i) {
+        streaming += "/self::r";
+        collecting += "/a/..";
+        alternatives += " | /r";
+    }
+    EXPECT_EQ(evaluator.Nodes(streaming), "r");
+    EXPECT_EQ(evaluator.Nodes(collecting), "a");
+    EXPECT_EQ(evaluator.Nodes(alternatives), "r");
 }
 
 TEST(Evaluation, NodeSetsIterateAgainIndependently) {
