@@ -163,14 +163,29 @@ protected:
             result = new Xpath::CNodeSetValue(found);
             return;
         }
-        TRefPtr<CMergedNodeSet> merged = new CMergedNodeSet(context);
+        // One value that finds nodes needs no merging: its range is already in document order.
+        TRefPtr<CMergedNodeSet> merged;
+        TRefPtr<Xpath::CNodeSet> single;
         TRefPtr<Xpath::CNodeIterator> values;
         active.CreateIterator(arguments[1]->GetNodeSet(), values);
         for (; values->Current(); active.Advance(values)) {
             keys->KeyLookup(active, found, document, name.sUri, name.sLocalName, values->Current()->GetStringValue());
-            if (found->GetLength() > 0) merged->AddOperand(found);
+            if (found->GetLength() == 0) continue;
+            if (!single) {
+                single = found;
+                continue;
+            }
+            if (!merged) {
+                merged = new CMergedNodeSet(context);
+                merged->AddOperand(single);
+            }
+            merged->AddOperand(found);
         }
-        result = new Xpath::CNodeSetValue(merged);
+        if (merged) {
+            result = new Xpath::CNodeSetValue(merged);
+        } else {
+            result = new Xpath::CNodeSetValue(single ? single.Get() : new Xpath::CSingleNodeSet(nullptr));
+        }
     }
 };
 

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "core/Hash.h"
 #include "core/Sort.h"
+#include "dom/Name.h"
 #include "dom/Document.h"
 #include "xpath/Axis.h"
 #include "xpath/Value.h"
@@ -68,6 +70,45 @@ public:
 
 private:
     TArray<CKeyIndex::SEntry>& m_aEntries;
+};
+
+// A quick test before the pattern: an element or attribute can match only if its local name is
+// the one that the last step of some alternative names. Answers are kept per interned name.
+class CNameFilter {
+public:
+    explicit CNameFilter(const CPattern* pattern) {
+        for (int i = 0; i < pattern->GetCount(); ++i) {
+            int32_t hash = pattern->GetPath(i)->GetNameHash();
+            if (hash < 0) m_bOpen = true;
+            m_aHashes.Add(hash);
+        }
+    }
+
+    // No pattern that names the local name of each of its alternatives can match a namespace node.
+    bool AdmitsNamespaces() const { return m_bOpen; }
+
+    bool Admits(const Dom::CNode* node) {
+        int type = node->GetNodeType();
+        if (m_bOpen || (type != Dom::ELEMENT_NODE && type != Dom::ATTRIBUTE_NODE)) return true;
+        const Dom::CName* name = node->GetName();
+        SSlot& slot = m_aSlots[(reinterpret_cast<uintptr_t>(name) >> 4) % SlotCount];
+        if (slot.pName != name) {
+            slot.pName = name;
+            auto hash = static_cast<int32_t>(Core::HashText(name->GetLocalName()));
+            slot.bAdmits = std::find(m_aHashes.begin(), m_aHashes.end(), hash) != m_aHashes.end();
+        }
+        return slot.bAdmits;
+    }
+
+private:
+    static const int SlotCount = 64;
+    struct SSlot {
+        const Dom::CName* pName = nullptr;
+        bool bAdmits = false;
+    };
+    bool m_bOpen = false;
+    TArray<int32_t> m_aHashes;
+    SSlot m_aSlots[SlotCount];
 };
 
 bool SameEntry(const CKeyIndex::SEntry& a, const CKeyIndex::SEntry& b) {
@@ -136,7 +177,9 @@ void CKeyEvaluator::ForEachValue(CKeyDeclaration* declaration, Dom::CNode* root,
     CRunPatternHost host(on);
     TRefPtr<Xpath::CValue> value;
     DomString text;
+    CNameFilter filter(declaration->m_pMatch);
     auto evaluate = [&](Dom::CNode* node) {
+        if (!filter.Admits(node)) return;
         CPatternContext patternContext(host, node);
         if (!declaration->m_pMatch->Matches(&patternContext, node)) return;
         cursorSet->m_pNode = node;
@@ -154,7 +197,9 @@ void CKeyEvaluator::ForEachValue(CKeyDeclaration* declaration, Dom::CNode* root,
     for (Dom::CNode* node = root; node; node = wholeTree ? Xpath::Successor(node, root) : nullptr) {
         evaluate(node);
         if (!wholeTree) break;
-        for (int i = 0, n = node->GetNamespaceCount(); i < n; ++i) evaluate(node->GetNamespaceAt(i));
+        if (filter.AdmitsNamespaces()) {
+            for (int i = 0, n = node->GetNamespaceCount(); i < n; ++i) evaluate(node->GetNamespaceAt(i));
+        }
         for (int i = 0, n = node->GetAttributeCount(); i < n; ++i) evaluate(node->GetAttributeAt(i));
     }
     on.Leave();
