@@ -183,12 +183,14 @@ void ApplyTemplates(CExecutionContext& context, const SQName* mode, CBoundParame
 void InvokeTemplate(CExecutionContext& context, CTemplate* rule, CBoundParameters* parameters, bool asRule) {
     CRuntime* runtime = context.GetRuntime();
     CTemplateLevel level(context);
+    // A parameter's content may call templates of its own, so the caller's list comes back.
+    CBoundParameters* previous = runtime->GetCurrentParameters();
     runtime->SetCurrentParameters(parameters);
     CExecutionContext child(context, rule, true);
     if (asRule) child.SetCurrentTemplate(rule);
     rule->Execute(child);
     child.Leave();
-    runtime->SetCurrentParameters(nullptr);
+    runtime->SetCurrentParameters(previous);
 }
 
 void CSortInstruction::Compile(CCompileContext& compile, TRefPtr<CSortInstruction>& instruction) {
