@@ -17,7 +17,6 @@ enum EBuiltin {
     BuiltinNumber,
     BuiltinDate,
     BuiltinRegExp,
-    BuiltinMath,  // no constructor: the Math object is recorded as the prototype so that Clear empties it
     BuiltinCount
 };
 

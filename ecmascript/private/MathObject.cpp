@@ -134,7 +134,6 @@ TRefPtr<CValue> CMathObject::CallNative(int index, CObject*, const CValueList& a
 
 void InstallMath(CGlobalObject* global) {
     TRefPtr<CObject> math = new CMathObject(global);
-    global->InstallConstructor(BuiltinMath, u"Math", nullptr, math, 0);
     global->DefineValue(u"Math", CValue::Object(math), DontEnum);
 }
 
