@@ -2,6 +2,7 @@
 #include "ecmascript/Value.h"
 
 #include "ecmascript/Object.h"
+#include "ecmascript/private/BlockCache.h"
 
 namespace EcmaScript {
 
@@ -20,6 +21,14 @@ const int kLargestCached = 1023;
 CValue* g_apSmallIntegers[kLargestCached - kSmallestCached + 1];
 
 }  // namespace
+
+void* CNumberValue::operator new(size_t size) {
+    return EcmaScriptPrivate::TBlockCache<sizeof(CNumberValue)>::Allocate(size);
+}
+
+void CNumberValue::operator delete(void* block, size_t size) {
+    EcmaScriptPrivate::TBlockCache<sizeof(CNumberValue)>::Free(block, size);
+}
 
 const DomString& CValue::GetString() const {
     static const DomString empty;

@@ -88,6 +88,10 @@ public:
     int GetType() const override { return TypeNumber; }
     CNumber GetNumber() const override { return m_number; }
 
+    // Arithmetic makes and drops a number value per step; freed blocks are kept for reuse.
+    static void* operator new(size_t size);
+    static void operator delete(void* block, size_t size);
+
 private:
     CNumber m_number;
 };

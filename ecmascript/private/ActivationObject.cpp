@@ -2,6 +2,7 @@
 #include "ecmascript/private/ActivationObject.h"
 
 #include "ecmascript/GlobalObject.h"
+#include "ecmascript/private/BlockCache.h"
 
 namespace EcmaScriptPrivate {
 
@@ -42,6 +43,12 @@ CActivationObject::CActivationObject(CGlobalObject* global, CObject* callee, CFu
                                      const CValueList& arguments)
     : CObject(global, nullptr), m_pCallee(callee), m_pBody(body), m_pArguments(&arguments) {
     SetVariableScope();
+}
+
+void* CActivationObject::operator new(size_t size) { return TBlockCache<sizeof(CActivationObject)>::Allocate(size); }
+
+void CActivationObject::operator delete(void* block, size_t size) {
+    TBlockCache<sizeof(CActivationObject)>::Free(block, size);
 }
 
 // The table goes first: some of its entries are members of this object.

@@ -14,6 +14,8 @@ public:
     CActivationObject(EcmaScript::CGlobalObject* global, EcmaScript::CObject* callee,
                       EcmaScript::CFunctionBody* body, const EcmaScript::CValueList& arguments);
     ~CActivationObject() override;
+    static void* operator new(size_t size);
+    static void operator delete(void* block, size_t size);
 
     // Gives each parameter the argument of its position; of two parameters of one name the
     // last wins. The first few entries live inside this object.

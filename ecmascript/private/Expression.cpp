@@ -44,7 +44,7 @@ struct STarget {
     bool bIsReference;
 
     STarget(CExpression* target, CContext& context) {
-        if (auto* identifier = dynamic_cast<CIdentifierExpression*>(target)) {
+        if (CIdentifierExpression* identifier = target->AsIdentifier()) {
             identifier->Resolve(context, reference, pEntry);
             if (pEntry) nRemovals = reference.pBase->GetOwnTable().GetRemovals();
             bIsReference = true;

@@ -16,6 +16,8 @@ using EcmaScript::CReference;
 using EcmaScript::CValue;
 using EcmaScript::CValueList;
 
+class CIdentifierExpression;
+
 class CExpression : public CRefObject {
 public:
     virtual bool IsLeftHandSide() const { return false; }
@@ -28,6 +30,8 @@ public:
     virtual bool EvaluateReference(CContext& context, CReference& reference);
     // ToObject of EvaluateValue.
     virtual TRefPtr<CObject> EvaluateObject(CContext& context);
+    // This node as an identifier, or none.
+    virtual CIdentifierExpression* AsIdentifier() { return nullptr; }
 
     DomString WriteSource() const {
         DomString text;
@@ -260,6 +264,7 @@ public:
     TRefPtr<CValue> Evaluate(CContext& context) override;
     TRefPtr<CValue> EvaluateValue(CContext& context) override { return context.Lookup(m_name); }
     bool EvaluateReference(CContext& context, CReference& reference) override;
+    CIdentifierExpression* AsIdentifier() override { return this; }
     // The reference with the entry of a variable scope that holds the name, if any.
     void Resolve(CContext& context, CReference& reference, EcmaScript::SPropertyEntry*& entry) const {
         context.Resolve(m_name, reference, entry);
