@@ -56,7 +56,12 @@ CContext::CContext(CNodeIterator* iterator, IVariableBindings* variables, IFunct
       m_pFunctions(functions),
       m_pNamespaces(namespaces),
       m_pNodeOrder(nodeOrder),
-      m_pExtensionTypes(extensionTypes) {}
+      m_pExtensionTypes(extensionTypes) {
+    // Paths and unions need an order and a list factory; a host that gives none gets the
+    // documents' own order and the plain extension treatment.
+    if (!m_pNodeOrder) m_pNodeOrder = new CDocumentNodeOrder();
+    if (!m_pExtensionTypes) m_pExtensionTypes = new CDefaultExtensionTypes();
+}
 
 CContext::CContext(const CContext* base, CNodeIterator* iterator)
     : m_pIterator(iterator),

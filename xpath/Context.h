@@ -104,6 +104,8 @@ private:
 
 class CContext : public CRefObject {
 public:
+    // Variables, functions and namespaces may be null (every name then fails to resolve); a
+    // null node order or extension-type table is replaced by the defaults.
     CContext(CNodeIterator* iterator, IVariableBindings* variables, IFunctionLibrary* functions,
              INamespaceResolver* namespaces, INodeOrder* nodeOrder, IExtensionTypes* extensionTypes);
     // Shares everything with `base` but the iterator.

@@ -1,6 +1,7 @@
 // The core library's table: a linear search by exact name, for the empty namespace only.
 #include "xpath/CoreFunctionLibrary.h"
 
+#include "core/Hash.h"
 #include "xpath/private/CoreFunctions.h"
 
 namespace Xpath {
@@ -9,13 +10,14 @@ CCoreFunctionLibrary::CCoreFunctionLibrary() { XpathPrivate::AddCoreFunctions(*t
 CCoreFunctionLibrary::~CCoreFunctionLibrary() = default;
 
 void CCoreFunctionLibrary::AddFunction(const DomString& name, IFunction* function) {
-    m_aEntries.Add(SEntry{name, function});
+    m_aEntries.Add(SEntry{name, Core::HashText(name), function});
 }
 
 IFunction* CCoreFunctionLibrary::Find(const DomString& namespaceUri, const DomString& localName) const {
     if (!namespaceUri.empty()) return nullptr;
+    unsigned int hash = Core::HashText(localName);
     for (const SEntry& entry : m_aEntries)
-        if (entry.m_sName == localName) return entry.m_pFunction;
+        if (entry.m_nHash == hash && entry.m_sName == localName) return entry.m_pFunction;
     return nullptr;
 }
 

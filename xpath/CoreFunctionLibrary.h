@@ -22,6 +22,7 @@ private:
 
     struct SEntry {
         DomString m_sName;
+        unsigned int m_nHash;  // of the name, so that the search compares numbers first
         TRefPtr<IFunction> m_pFunction;
     };
     TArray<SEntry> m_aEntries;

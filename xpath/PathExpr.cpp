@@ -108,7 +108,8 @@ bool IsPositionFree(const CExpression* expression) {
             if (!IsPositionFree(operand)) return false;
         return true;
     }
-    return dynamic_cast<const CLiteralExpr*>(expression) || dynamic_cast<const CRootExpr*>(expression);
+    return dynamic_cast<const CLiteralExpr*>(expression) || dynamic_cast<const CNumberExpr*>(expression) ||
+           dynamic_cast<const CVariableExpr*>(expression) || dynamic_cast<const CRootExpr*>(expression);
 }
 
 // True if the predicate's value is never a number, so it is never compared with the position.
