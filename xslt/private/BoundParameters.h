@@ -1,21 +1,22 @@
-// A list of (URI, local name, value) for the parameters of a run or of one template call.
-// Lookup is linear and the first entry of a name wins.
+// A list of (name, value) for the parameters of a run or of one template call. Names are
+// pointers to names that outlive the list (those of the compiled with-param instructions, or
+// the runtime's copies of the run's parameter names). Lookup is linear and the first entry of
+// a name wins.
 #pragma once
 #include "core/Array.h"
 #include "core/DomString.h"
 #include "core/RefObject.h"
 #include "xpath/Value.h"
+#include "xslt/private/QName.h"
 
 namespace XsltPrivate {
 
 class CBoundParameters : public CRefObject {
 public:
-    void Add(const DomString& uri, const DomString& localName, Xpath::CValue* value) {
-        m_aEntries.Add(SEntry{uri, localName, value});
-    }
+    void Add(const SQName* name, Xpath::CValue* value) { m_aEntries.Add(SEntry{name, value}); }
     Xpath::CValue* Find(DomStringView uri, DomStringView localName) const {
         for (const SEntry& entry : m_aEntries) {
-            if (entry.sLocalName == localName && entry.sUri == uri) return entry.pValue;
+            if (entry.pName->Equals(uri, localName)) return entry.pValue;
         }
         return nullptr;
     }
@@ -24,8 +25,7 @@ public:
 
 private:
     struct SEntry {
-        DomString sUri;
-        DomString sLocalName;
+        const SQName* pName;
         TRefPtr<Xpath::CValue> pValue;
     };
     TArray<SEntry> m_aEntries;

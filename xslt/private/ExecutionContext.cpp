@@ -107,17 +107,17 @@ void CExecutionContext::Leave() {
     if (!m_bBindingPending) return;
     m_bBindingPending = false;
     CVariableFrame* frame = m_pParent ? m_pParent->m_pFrame : m_pFrame;
-    if (frame->Contains(m_bindingName.sUri, m_bindingName.sLocalName)) {
-        RaiseFatal(Xslt::CXsltException::DuplicateVariableName, m_bindingName.sUri, m_bindingName.sLocalName);
+    if (frame->Contains(m_pBindingName->sUri, m_pBindingName->sLocalName)) {
+        RaiseFatal(Xslt::CXsltException::DuplicateVariableName, m_pBindingName->sUri, m_pBindingName->sLocalName);
     }
-    frame->Add(m_bindingName.sUri, m_bindingName.sLocalName, m_pBindingValue);
+    frame->Add(m_pBindingName, m_pBindingValue);
     m_pBindingValue = nullptr;
 }
 
-void CExecutionContext::SetBinding(const SQName& name, Xpath::CValue* value) {
+void CExecutionContext::SetBinding(const SQName* name, Xpath::CValue* value) {
     m_nFlags |= BindsVariable;
     m_bBindingPending = true;
-    m_bindingName = name;
+    m_pBindingName = name;
     m_pBindingValue = value;
 }
 

@@ -67,8 +67,9 @@ public:
     bool HasFlag(uint32_t flag) const { return (m_nFlags & flag) != 0; }
     void SetFlag(uint32_t flag) { m_nFlags |= flag; }
 
-    // Makes the binding that Leave enters in the parent's frame.
-    void SetBinding(const SQName& name, Xpath::CValue* value);
+    // Makes the binding that Leave enters in the parent's frame; `name` belongs to the
+    // compiled stylesheet.
+    void SetBinding(const SQName* name, Xpath::CValue* value);
 
     // Evaluation wrappers: code 43 for evaluation, 44 for conversion, 46 for a value that
     // should be a node-set, 42 for attribute value templates.
@@ -126,7 +127,7 @@ private:
     CExecutionContext* m_pParent = nullptr;
     int m_nFrameMark = 0;
     bool m_bBindingPending = false;
-    SQName m_bindingName;
+    const SQName* m_pBindingName = nullptr;
     TRefPtr<Xpath::CValue> m_pBindingValue;
 };
 

@@ -87,20 +87,22 @@ void CRuntime::Walk(CStylesheetModule* module, F&& visit) {
 void CRuntime::BindParameters(CExecutionContext& context, const Xslt::CParameterList* parameters) {
     if (!parameters) return;
     CNamespaceContext namespaces(m_pRootModule->GetRootElement());
+    m_aRunParameterNames.SetSize(parameters->GetCount());
     for (int i = 0; i < parameters->GetCount(); ++i) {
         const Xslt::CParameterList::SParameter& parameter = parameters->Get(i);
-        if (!parameters->IsUnresolved(i)) {
-            m_pRunParameters->Add(parameter.sNamespaceUri, parameter.sLocalName, parameter.pValue);
-            continue;
+        SQName& name = m_aRunParameterNames[i];
+        if (parameters->IsUnresolved(i)) {
+            DomStringView prefix;
+            DomStringView localName;
+            SplitQName(parameter.sName, prefix, localName);
+            if (!prefix.empty() && !namespaces.Lookup(prefix, name.sUri)) {
+                context.RaiseFatal(CXsltException::UndefinedPrefix, DomString(prefix));
+            }
+            name.sLocalName.assign(localName);
+        } else {
+            name = SQName{parameter.sNamespaceUri, parameter.sLocalName};
         }
-        DomStringView prefix;
-        DomStringView localName;
-        SplitQName(parameter.sName, prefix, localName);
-        DomString uri;
-        if (!prefix.empty() && !namespaces.Lookup(prefix, uri)) {
-            context.RaiseFatal(CXsltException::UndefinedPrefix, DomString(prefix));
-        }
-        m_pRunParameters->Add(uri, DomString(localName), parameter.pValue);
+        m_pRunParameters->Add(&name, parameter.pValue);
     }
 }
 

@@ -144,6 +144,7 @@ private:
     TArray<SGlobal> m_aGlobals;
 
     TRefPtr<CBoundParameters> m_pRunParameters;
+    TArray<SQName> m_aRunParameterNames;  // sized once, so the bound parameters can point into it
     CBoundParameters* m_pCurrentParameters = nullptr;
     CExecutionContext* m_pOutermost = nullptr;
     TRefPtr<CVariableFrame> m_pGlobalFrame;

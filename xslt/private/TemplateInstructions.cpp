@@ -80,8 +80,7 @@ void EvaluateParameters(CExecutionContext& context, const TArray<TRefPtr<CVariab
         CExecutionContext child(context, declaration, false);
         TRefPtr<Xpath::CValue> value;
         declaration->ComputeValue(child, value);
-        const SQName& name = declaration->GetVariableName();
-        parameters->Add(name.sUri, name.sLocalName, value);
+        parameters->Add(&declaration->GetVariableName(), value);
         child.Leave();
     }
 }

@@ -13,14 +13,12 @@ bool CVariableFrame::Contains(DomStringView uri, DomStringView localName) const 
     return FindLocal(uri, localName) != nullptr;
 }
 
-void CVariableFrame::Add(const DomString& uri, const DomString& localName, Xpath::CValue* value) {
-    m_aEntries.Add(SEntry{uri, localName, value});
-}
+void CVariableFrame::Add(const SQName* name, Xpath::CValue* value) { m_aEntries.Add(SEntry{name, value}); }
 
 Xpath::CValue* CVariableFrame::FindLocal(DomStringView uri, DomStringView localName) const {
     for (int i = m_aEntries.GetSize() - 1; i >= 0; --i) {
         const SEntry& entry = m_aEntries[i];
-        if (entry.sLocalName == localName && entry.sUri == uri) return entry.pValue;
+        if (entry.pName->Equals(uri, localName)) return entry.pValue;
     }
     return nullptr;
 }

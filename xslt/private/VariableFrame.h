@@ -6,6 +6,7 @@
 #include "core/DomString.h"
 #include "xpath/Context.h"
 #include "xpath/Value.h"
+#include "xslt/private/QName.h"
 
 namespace XsltPrivate {
 
@@ -19,7 +20,8 @@ public:
     int GetMark() const { return m_aEntries.GetSize(); }
     void PopTo(int mark);
     bool Contains(DomStringView uri, DomStringView localName) const;
-    void Add(const DomString& uri, const DomString& localName, Xpath::CValue* value);
+    // `name` belongs to the compiled stylesheet, which outlives every frame.
+    void Add(const SQName* name, Xpath::CValue* value);
     // Local lookup, newest first.
     Xpath::CValue* FindLocal(DomStringView uri, DomStringView localName) const;
 
@@ -28,8 +30,7 @@ public:
 
 private:
     struct SEntry {
-        DomString sUri;
-        DomString sLocalName;
+        const SQName* pName;
         TRefPtr<Xpath::CValue> pValue;
     };
     CRuntime* m_pRuntime;

@@ -38,7 +38,7 @@ void CVariableInstruction::Execute(CExecutionContext& context) {
         if (passed) value = passed->Find(m_name.sUri, m_name.sLocalName);
     }
     if (!value) ComputeValue(context, value);
-    context.SetBinding(m_name, value);
+    context.SetBinding(&m_name, value);
 }
 
 namespace {
