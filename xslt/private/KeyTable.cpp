@@ -8,6 +8,7 @@
 #include "dom/Name.h"
 #include "dom/Document.h"
 #include "xpath/Axis.h"
+#include "xpath/PathExpr.h"
 #include "xpath/Value.h"
 #include "xslt/private/ExecutionContext.h"
 #include "xslt/private/Instruction.h"
@@ -60,16 +61,21 @@ private:
 // The entries of an index as the shared quicksort sees them.
 class CIndexSorter : public Core::ISortable {
 public:
-    explicit CIndexSorter(TArray<CKeyIndex::SEntry>& entries) : m_aEntries(entries) {}
+    CIndexSorter(TArray<CKeyIndex::SEntry>& entries, bool byOrdinal) : m_aEntries(entries), m_bByOrdinal(byOrdinal) {}
     int GetSize() override { return m_aEntries.GetSize(); }
     int Compare(int i, int j) override {
-        int order = m_aEntries[i].sValue.compare(m_aEntries[j].sValue);
-        return order ? order : Dom::CompareDocumentOrder(m_aEntries[i].pNode, m_aEntries[j].pNode);
+        const CKeyIndex::SEntry& a = m_aEntries[i];
+        const CKeyIndex::SEntry& b = m_aEntries[j];
+        int order = a.sValue.compare(b.sValue);
+        if (order) return order;
+        if (m_bByOrdinal) return a.nOrdinal - b.nOrdinal;
+        return Dom::CompareDocumentOrder(a.pNode, b.pNode);
     }
     void Swap(int i, int j) override { std::swap(m_aEntries[i], m_aEntries[j]); }
 
 private:
     TArray<CKeyIndex::SEntry>& m_aEntries;
+    bool m_bByOrdinal;
 };
 
 // A quick test before the pattern: an element or attribute can match only if its local name is
@@ -78,11 +84,17 @@ class CNameFilter {
 public:
     explicit CNameFilter(const CPattern* pattern) {
         for (int i = 0; i < pattern->GetCount(); ++i) {
-            int32_t hash = pattern->GetPath(i)->GetNameHash();
+            const CPathPattern* path = pattern->GetPath(i);
+            int32_t hash = path->GetNameHash();
             if (hash < 0) m_bOpen = true;
             m_aHashes.Add(hash);
+            const Xpath::CStepExpr* last = path->GetStepCount() ? path->GetStep(path->GetStepCount() - 1)->GetStepExpr() : nullptr;
+            if (!last || last->GetAxis()->GetKind() == Xpath::AxisAttribute) m_bAttributes = true;
         }
     }
+
+    // Only an alternative ending in an attribute step, or one without steps, can match an attribute.
+    bool AdmitsAttributes() const { return m_bOpen || m_bAttributes; }
 
     // No pattern that names the local name of each of its alternatives can match a namespace node.
     bool AdmitsNamespaces() const { return m_bOpen; }
@@ -107,6 +119,7 @@ private:
         bool bAdmits = false;
     };
     bool m_bOpen = false;
+    bool m_bAttributes = false;
     TArray<int32_t> m_aHashes;
     SSlot m_aSlots[SlotCount];
 };
@@ -134,8 +147,8 @@ bool CRunPatternHost::MatchKey(const Dom::CNode* node, const DomString& uri, con
     return m_context.GetRuntime()->GetKeyTable()->MatchKey(m_context, node, uri, local, value);
 }
 
-void CKeyIndex::Sort() {
-    CIndexSorter sorter(m_aEntries);
+void CKeyIndex::Sort(bool addedInDocumentOrder) {
+    CIndexSorter sorter(m_aEntries, addedInDocumentOrder);
     Core::Sort(sorter);
     // A node with one value twice is one node of the key.
     int kept = 0;
@@ -200,7 +213,9 @@ void CKeyEvaluator::ForEachValue(CKeyDeclaration* declaration, Dom::CNode* root,
         if (filter.AdmitsNamespaces()) {
             for (int i = 0, n = node->GetNamespaceCount(); i < n; ++i) evaluate(node->GetNamespaceAt(i));
         }
-        for (int i = 0, n = node->GetAttributeCount(); i < n; ++i) evaluate(node->GetAttributeAt(i));
+        if (filter.AdmitsAttributes()) {
+            for (int i = 0, n = node->GetAttributeCount(); i < n; ++i) evaluate(node->GetAttributeAt(i));
+        }
     }
     on.Leave();
     at.Leave();
@@ -210,7 +225,8 @@ void CKeyEvaluator::IndexTree(Dom::CNode* root, CKeyIndex& index) {
     for (CKeyDeclaration* declaration : m_pDefinition->m_aDeclarations) {
         ForEachValue(declaration, root, true, [&](DomString value, Dom::CNode* node) { index.Add(std::move(value), node); });
     }
-    index.Sort();
+    // One walk adds in document order; the walks of several declarations do not.
+    index.Sort(m_pDefinition->m_aDeclarations.GetSize() == 1);
 }
 
 bool CKeyEvaluator::HasValue(Dom::CNode* node, DomStringView value) {

@@ -39,9 +39,11 @@ public:
     struct SEntry {
         DomString sValue;
         Dom::CNode* pNode;  // the document is kept alive by the table's record of it
+        int nOrdinal;       // the order of adding
     };
-    void Add(DomString value, Dom::CNode* node) { m_aEntries.Add(SEntry{std::move(value), node}); }
-    void Sort();
+    void Add(DomString value, Dom::CNode* node) { m_aEntries.Add(SEntry{std::move(value), node, m_aEntries.GetSize()}); }
+    // With `addedInDocumentOrder` the order of adding stands for document order among equal values.
+    void Sort(bool addedInDocumentOrder = false);
     // The range of entries equal to `value`, by two binary searches; false if there is none.
     bool Find(DomStringView value, int& first, int& count) const;
     int GetSize() const { return m_aEntries.GetSize(); }
