@@ -180,8 +180,11 @@ bool CPathExpr::CanStream() const {
 }
 
 void CPathExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
+    bool stream = CanStream();
+    // A streaming path of one step walks exactly as the step's own node-set does.
+    if (stream && !m_pBase && m_aWalkSteps.GetSize() == 1) return m_aWalkSteps[0]->Evaluate(result, context);
     TRefPtr<CNodeSet> nodeSet;
-    if (CanStream()) {
+    if (stream) {
         CStreamingPathNodeSet* streaming = new CStreamingPathNodeSet(context);
         nodeSet = streaming;
         if (m_pBase) streaming->AddElement(m_pBase);
