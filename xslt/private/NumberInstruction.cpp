@@ -191,7 +191,13 @@ int32_t CNumberInstruction::ToInteger(double value) {
 void CNumberInstruction::SetUpFormatter(CExecutionContext& context) {
     DomString text;
     context.EvaluateAvt(m_pFormat, text);
-    m_formatter.SetFormat(text);
+    // The other settings are made again below whenever their attributes exist, so an unchanged
+    // format need not be read again.
+    if (!m_bFormatRead || text != m_sFormat) {
+        m_formatter.SetFormat(text);
+        m_sFormat = text;
+        m_bFormatRead = true;
+    }
     if (m_pLang) context.EvaluateAvt(m_pLang, text);
     if (m_pLetterValue) {
         context.EvaluateAvt(m_pLetterValue, text);

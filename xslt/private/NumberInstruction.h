@@ -52,6 +52,8 @@ private:
     TRefPtr<CAvt> m_pGroupingSize;
 
     CNumberFormatter m_formatter;
+    DomString m_sFormat;  // the format the formatter holds
+    bool m_bFormatRead = false;
     TArray<int32_t> m_aNumbers;
     DomString m_sText;
     TArray<SCountCache> m_aSiblingCaches;  // by level, the innermost first
