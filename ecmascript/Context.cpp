@@ -11,11 +11,12 @@ CContext::CContext(CGlobalObject* global) : m_pGlobal(global), m_pVariableObject
 }
 
 CContext::CContext(CGlobalObject* global, CObject* activation, CObject* thisObject)
-    : m_pGlobal(global), m_pVariableObject(activation), m_pThis(thisObject ? thisObject : global),
-      m_pActivation(activation) {
-    PushScope(global);
-    PushScope(activation);
-}
+    : m_apInline{global, activation, nullptr},
+      m_nDepth(2),
+      m_pGlobal(global),
+      m_pVariableObject(activation),
+      m_pThis(thisObject ? thisObject : global),
+      m_pActivation(activation) {}
 
 CContext::CContext(const CContext& caller)
     : m_pGlobal(caller.m_pGlobal), m_pVariableObject(caller.m_pVariableObject), m_pThis(caller.m_pThis),

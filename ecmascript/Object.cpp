@@ -12,6 +12,7 @@ CPropertyTable::~CPropertyTable() { Clear(); }
 SPropertyEntry* CPropertyTable::Find(const CName& name) const {
     if (m_nCount == 0) return nullptr;
     int32_t hash = name.GetHash();
+    if (!(m_nHashBits & (uint64_t(1) << (hash & 63)))) return nullptr;
     const DomString& text = name.GetText();
     size_t length = text.size();
     int mask = m_nCapacity - 1;
@@ -51,6 +52,7 @@ void CPropertyTable::AddExternal(SPropertyEntry* entry, const CName& name, CValu
 
 void CPropertyTable::Insert(SPropertyEntry* entry) {
     if (m_nCount >= m_nCapacity * 3 / 4) Grow();
+    m_nHashBits |= uint64_t(1) << (entry->nHash & 63);
     int mask = m_nCapacity - 1;
     int slot = entry->nHash & mask;
     while (m_pSlots[slot]) slot = (slot + 1) & mask;
@@ -115,6 +117,7 @@ void CPropertyTable::Clear() {
     }
     m_pSlots = nullptr;
     m_nCapacity = m_nCount = 0;
+    m_nHashBits = 0;
     for (int i = 0; i < capacity; ++i) Discard(slots[i]);
     if (slots != inlineCopy) delete[] slots;
 }

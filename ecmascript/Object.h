@@ -60,6 +60,9 @@ private:
     int m_nCapacity = 0;
     int m_nCount = 0;
     uint32_t m_nRemovals = 0;
+    // One bit per hash value modulo 64 of every name added since the table was last empty: a
+    // name whose bit is clear is missing without a walk over the table.
+    uint64_t m_nHashBits = 0;
     SPropertyEntry* m_apInline[kInlineSlots];
 };
 
