@@ -130,6 +130,11 @@ bool SameEntry(const CKeyIndex::SEntry& a, const CKeyIndex::SEntry& b) {
 
 }  // namespace
 
+CRunPatternHost::CRunPatternHost(CExecutionContext& context)
+    : m_context(context), m_pPreviousActive(context.GetRuntime()->SetActiveContext(&context)) {}
+
+CRunPatternHost::~CRunPatternHost() { m_context.GetRuntime()->SetActiveContext(m_pPreviousActive); }
+
 void CRunPatternHost::MakeExpressionContext(TRefPtr<Xpath::CContext>& context) { m_context.MakeXpathContext(context); }
 
 bool CRunPatternHost::ResolvePrefix(const DomString& prefix, DomString& uri) {

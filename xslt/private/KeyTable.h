@@ -18,10 +18,15 @@ namespace XsltPrivate {
 
 class CExecutionContext;
 
-// What patterns ask of the run, answered through an execution context.
+// What patterns ask of the run, answered through an execution context. While the host lives,
+// that context is the run's active one, so that functions in predicates (key(), current())
+// find it.
 class CRunPatternHost : public IPatternHost {
 public:
-    explicit CRunPatternHost(CExecutionContext& context) : m_context(context) {}
+    explicit CRunPatternHost(CExecutionContext& context);
+    ~CRunPatternHost() override;
+    CRunPatternHost(const CRunPatternHost&) = delete;
+    CRunPatternHost& operator=(const CRunPatternHost&) = delete;
     void MakeExpressionContext(TRefPtr<Xpath::CContext>& context) override;
     bool ResolvePrefix(const DomString& prefix, DomString& uri) override;
     bool GetElementId(const Dom::CNode* node, DomString& id) override;
@@ -30,6 +35,7 @@ public:
 
 private:
     CExecutionContext& m_context;
+    CExecutionContext* m_pPreviousActive;
 };
 
 // The entries of one key in one document, sorted by value (code units), equal values in
