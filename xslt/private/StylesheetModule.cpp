@@ -6,6 +6,7 @@
 #include "xslt/private/DocumentSources.h"
 #include "xslt/private/ExecutionContext.h"
 #include "xslt/private/Instruction.h"
+#include "xslt/private/KeyTable.h"
 #include "xslt/private/PatternContext.h"
 #include "xslt/private/RuleMatcher.h"
 #include "xslt/private/Runtime.h"
@@ -286,33 +287,8 @@ CTemplate* CStylesheetModule::FindImportedRule(CExecutionContext& context, const
     return nullptr;
 }
 
-namespace {
-
-// What patterns ask of the run, answered from the execution context that selects the rule.
-class CRuleHost : public IPatternHost {
-public:
-    explicit CRuleHost(CExecutionContext& context) : m_context(context) {}
-    void MakeExpressionContext(TRefPtr<Xpath::CContext>& context) override { m_context.MakeXpathContext(context); }
-    bool ResolvePrefix(const DomString& prefix, DomString& uri) override {
-        CInstruction* instruction = m_context.GetInstruction();
-        if (instruction) return instruction->GetNamespaces()->Lookup(prefix, uri);
-        return m_context.GetRuntime()->GetEmptyNamespaces()->ResolvePrefix(prefix, uri);
-    }
-    bool GetElementId(const Dom::CNode* node, DomString& id) override {
-        return m_context.GetRuntime()->GetNodeOrder()->GetElementId(node, id);
-    }
-    bool MatchKey(const Dom::CNode* node, const DomString& uri, const DomString& local, const DomString& value) override {
-        return m_context.GetRuntime()->GetKeyTable()->MatchKey(m_context, node, uri, local, value);
-    }
-
-private:
-    CExecutionContext& m_context;
-};
-
-}  // namespace
-
 CTemplate* CStylesheetModule::FindOwnRule(CExecutionContext& context, const SQName* mode) {
-    CRuleHost host(context);
+    CRunPatternHost host(context);
     CPatternContext patternContext(host, context.GetCurrentNode());
     bool ambiguous;
     CTemplate* best = FindBestRule(m_aTemplates, patternContext, mode, ambiguous);
