@@ -8,7 +8,9 @@
 #include "core/Exception.h"
 #include "core/main/CommandLine.h"
 #include "core/main/Console.h"
+#include "core/main/ConsoleErrorHandler.h"
 #include "core/main/ConsoleStream.h"
+#include "ecmascript/Interpreter.h"
 #include "uri/UriConversions.h"
 #include "xslt/Environment.h"
 #include "xslt/Transformer.h"
@@ -71,6 +73,8 @@ void ReportTermination(const DomString& text) {
 // reverse order. Returns false when the run was terminated by a failure.
 bool RunTransformation(const SRunUris& uris, Xslt::CParameterList* parameters) {
     TRefPtr<Core::CEncodingTable> encodingTable;
+    TRefPtr<CConsoleErrorHandler> errorHandler;
+    TRefPtr<EcmaScript::CInterpreter> interpreter;
     TRefPtr<Xslt::CEnvironment> environment;
     TRefPtr<CConsoleStream> stream;
     TRefPtr<Xslt::CExtensionRegistry> registry;
@@ -78,8 +82,9 @@ bool RunTransformation(const SRunUris& uris, Xslt::CParameterList* parameters) {
     bool completed = false;
     try {
         encodingTable = new Core::CEncodingTable();
-        // The script engine's parse error handler (limit 100) is created here.
-        // The EcmaScript::CInterpreter is created here and given the error handler.
+        errorHandler = new CConsoleErrorHandler(100);
+        interpreter = new EcmaScript::CInterpreter();
+        interpreter->SetErrorHandler(errorHandler);
         environment = new Xslt::CEnvironment();
         stream = new CConsoleStream();
         environment->SetMessageStream(stream);
@@ -112,8 +117,11 @@ bool RunTransformation(const SRunUris& uris, Xslt::CParameterList* parameters) {
     registry = nullptr;
     stream = nullptr;
     environment = nullptr;
-    // The interpreter is shut down (clearing its global object) and released here, then the
-    // error handler.
+    // Shutting down clears the interpreter's global object, which breaks the cycles among
+    // script objects that counting alone cannot free.
+    if (interpreter) interpreter->Shutdown();
+    interpreter = nullptr;
+    errorHandler = nullptr;
     encodingTable = nullptr;
     return completed;
 }
