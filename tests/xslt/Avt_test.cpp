@@ -5,6 +5,7 @@
 
 #include "xslt/private/Avt.h"
 #include "xslt/private/CompileContext.h"
+#include "xslt/private/QName.h"
 
 namespace {
 
@@ -53,6 +54,19 @@ TEST(StylesheetLists, SplitAtSpaceTabReturnAndFormFeedButNotLineFeed) {
     EXPECT_EQ(tokens[0], u"a");
     EXPECT_EQ(tokens[3], u"d");
     EXPECT_EQ(tokens[4], u"e\nf");
+}
+
+TEST(StylesheetNames, QualifiedNamesAreOneOrTwoNamesJoinedByOneColon) {
+    struct SCase {
+        const char16_t* pText;
+        bool bQName;
+    };
+    const SCase cases[] = {
+        {u"a", true},      {u"p:a", true},   {u"_x.y-z", true}, {u"\u00e9t\u00e9", true},
+        {u"", false},      {u"1a", false},   {u":a", false},    {u"a:", false},
+        {u"a:b:c", false}, {u"a b", false},  {u"-a", false},    {u"p:1", false},
+    };
+    for (const SCase& c : cases) EXPECT_EQ(XsltPrivate::IsQName(c.pText), c.bQName) << Core::ToUtf8(c.pText);
 }
 
 }  // namespace
