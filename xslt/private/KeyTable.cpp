@@ -260,6 +260,11 @@ void CKeyTable::AddKey(CKeyDeclaration* declaration) {
 
 void CKeyTable::AddDocument(Dom::CNode* document) { GetDocumentKeys(document); }
 
+void CKeyTable::Clear() {
+    m_aDocuments.Clear();
+    m_aDefinitions.Clear();
+}
+
 void CKeyTable::RemoveDocument(Dom::CNode* document) {
     for (int i = 0; i < m_aDocuments.GetSize(); ++i) {
         if (m_aDocuments[i].document.Get() == document) return m_aDocuments.RemoveAt(i);

@@ -109,6 +109,9 @@ public:
     void AddDocument(Dom::CNode* document);
     // Forgets a document and its indexes.
     void RemoveDocument(Dom::CNode* document);
+    // Drops every definition and document at the end of a run. Instructions keep their last
+    // expression context, which holds this table, so the declarations must not stay held here.
+    void Clear();
 
     bool GetElementId(const Dom::CNode* node, DomString& id) override;
     Dom::CNode* GetElementById(const Dom::CNode* document, DomStringView id) override;

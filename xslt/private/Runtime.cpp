@@ -76,7 +76,7 @@ CRuntime::CRuntime(CStylesheetModule* root, Xslt::CEnvironment* environment, CLo
     AddXsltFunctions(m_pFunctions, this);
 }
 
-CRuntime::~CRuntime() = default;
+CRuntime::~CRuntime() { GetKeyTable()->Clear(); }
 
 template <class F>
 void CRuntime::Walk(CStylesheetModule* module, F&& visit) {
