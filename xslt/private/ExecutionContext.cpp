@@ -134,7 +134,10 @@ void CExecutionContext::MakeXpathContext(TRefPtr<Xpath::CContext>& context) {
     if (!namespaces) namespaces = m_pRuntime->GetEmptyNamespaces();
     context = new Xpath::CContext(m_pNodes, m_pFrame, m_pRuntime->GetFunctions(), namespaces,
                                   m_pRuntime->GetNodeOrder(), m_pRuntime->GetExtensionTypes());
-    if (instruction) instruction->m_pXpathContext = context;
+    if (instruction) {
+        if (!instruction->m_pXpathContext) m_pRuntime->NoteCachedContext(instruction);
+        instruction->m_pXpathContext = context;
+    }
 }
 
 void CExecutionContext::Evaluate(const Xpath::CExpression* expression, TRefPtr<Xpath::CValue>& value) {

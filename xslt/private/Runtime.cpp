@@ -76,7 +76,10 @@ CRuntime::CRuntime(CStylesheetModule* root, Xslt::CEnvironment* environment, CLo
     AddXsltFunctions(m_pFunctions, this);
 }
 
-CRuntime::~CRuntime() { GetKeyTable()->Clear(); }
+CRuntime::~CRuntime() {
+    for (CInstruction* instruction : m_aCachingInstructions) instruction->m_pXpathContext = nullptr;
+    GetKeyTable()->Clear();
+}
 
 template <class F>
 void CRuntime::Walk(CStylesheetModule* module, F&& visit) {

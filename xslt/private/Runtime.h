@@ -91,6 +91,10 @@ public:
         return previous;
     }
 
+    // Notes an instruction that keeps an expression context of this run. The contexts hold the
+    // run's nodes, tables and frames, so they are dropped when the run ends, before its documents.
+    void NoteCachedContext(CInstruction* instruction) { m_aCachingInstructions.Add(instruction); }
+
     // The resolver of an evaluation that belongs to no instruction.
     Xpath::INamespaceResolver* GetEmptyNamespaces() const { return m_pEmptyNamespaces; }
     Xpath::IFunctionLibrary* GetFunctions() const { return m_pFunctions; }
@@ -156,6 +160,7 @@ private:
     TRefPtr<Xpath::IExtensionTypes> m_pExtensionTypes;
     TRefPtr<Xpath::INamespaceResolver> m_pEmptyNamespaces;
     TRefPtr<CDocumentTable> m_pDocuments;
+    TArray<CInstruction*> m_aCachingInstructions;  // alive with the root module
 };
 
 }  // namespace XsltPrivate
