@@ -5,6 +5,8 @@
 
 namespace XsltPrivate {
 
+void CNumberFormatter::SetGroupingSeparator(DomStringView separator) { m_sGroupingSeparator.assign(separator); }
+
 namespace {
 
 bool IsAlphanumeric(DomChar c) {

@@ -16,7 +16,7 @@ public:
     // Reads the format; resets the letter value and the grouping, so call it first.
     void SetFormat(DomStringView format);
     void SetLetterValue(ELetterValue value) { m_nLetterValue = value; }
-    void SetGroupingSeparator(DomStringView separator) { m_sGroupingSeparator.assign(separator); }
+    void SetGroupingSeparator(DomStringView separator);
     // 0 for no grouping.
     void SetGroupingSize(int32_t size) { m_nGroupingSize = size; }
 
