@@ -46,6 +46,14 @@ private:
 
 void CSorter::AddKey(const CSortKeyInfo& key) { m_aKeys.Add(key); }
 
+void CSorter::Reserve(int32_t rows) {
+    const int32_t cells = rows * m_aKeys.GetSize();
+    m_aOrder.Reserve(rows);
+    m_aNodes.Reserve(rows);
+    m_aStrings.Reserve(cells);
+    m_aNumbers.Reserve(cells);
+}
+
 void CSorter::AddNode(Dom::CNode* node, TArray<DomString>& keys) {
     const int count = m_aKeys.GetSize();
     m_aOrder.Add(m_aNodes.GetSize());

@@ -22,6 +22,9 @@ public:
     virtual void AddKey(const CSortKeyInfo& key);
     // One row: `keys` holds one string per key, in key order; the strings are moved out, so
     // the caller may reuse the array for the next node.
+    // Makes room for `rows` nodes with their keys at once, after the keys are added, so that a
+    // large selection does not move its key texts at every step of growth.
+    void Reserve(int32_t rows);
     virtual void AddNode(Dom::CNode* node, TArray<DomString>& keys);
     virtual void Sort();
     virtual int32_t GetCount() const { return m_aNodes.GetSize(); }
