@@ -298,35 +298,9 @@ int CompareDocumentOrder(const CNode* a, const CNode* b) {
 
 // TNodeRef
 
-void TNodeRef::AddRef() {
-    if (m_pNode && m_pNode->m_pClass->m_bCounted) ++static_cast<CCountedNode*>(m_pNode)->m_nRefCount;
-}
-
-void TNodeRef::Drop() {
-    if (m_pNode && m_pNode->m_pClass->m_bCounted) {
-        CCountedNode* counted = static_cast<CCountedNode*>(m_pNode);
-        if (--counted->m_nRefCount < 1) counted->m_pClass->m_pOps->Release(counted);
-    }
-}
-
-TNodeRef& TNodeRef::operator=(CNode* node) {
-    CNode* old = m_pNode;
-    m_pNode = node;
-    AddRef();
-    if (old && old->m_pClass->m_bCounted) {
-        CCountedNode* counted = static_cast<CCountedNode*>(old);
-        if (--counted->m_nRefCount < 1) counted->m_pClass->m_pOps->Release(counted);
-    }
-    return *this;
-}
-
-TNodeRef& TNodeRef::operator=(TNodeRef&& other) noexcept {
-    if (this != &other) {
-        Drop();
-        m_pNode = other.m_pNode;
-        other.m_pNode = nullptr;
-    }
-    return *this;
+void TNodeRef::ReleaseCounted(CNode* node) {
+    CCountedNode* counted = static_cast<CCountedNode*>(node);
+    if (--counted->m_nRefCount < 1) counted->m_pClass->m_pOps->Release(counted);
 }
 
 // CElement

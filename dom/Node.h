@@ -137,9 +137,9 @@ public:
     TNodeRef(const TNodeRef& other) : m_pNode(other.m_pNode) { AddRef(); }
     TNodeRef(TNodeRef&& other) noexcept : m_pNode(other.m_pNode) { other.m_pNode = nullptr; }
     ~TNodeRef() { Drop(); }
-    TNodeRef& operator=(CNode* node);
+    inline TNodeRef& operator=(CNode* node);
     TNodeRef& operator=(const TNodeRef& other) { return *this = other.m_pNode; }
-    TNodeRef& operator=(TNodeRef&& other) noexcept;
+    inline TNodeRef& operator=(TNodeRef&& other) noexcept;
 
     CNode* Get() const { return m_pNode; }
     CNode* operator->() const { return m_pNode; }
@@ -147,8 +147,10 @@ public:
     explicit operator bool() const { return m_pNode != nullptr; }
 
 private:
-    void AddRef();
-    void Drop();
+    inline void AddRef();
+    inline void Drop();
+    // Gives back one count of a counted node, releasing it at the last.
+    static void ReleaseCounted(CNode* node);
 
     CNode* m_pNode = nullptr;
 };
@@ -158,6 +160,33 @@ class CCountedNode : public CNode {
 public:
     int32_t m_nRefCount;
 };
+
+// Handles are made and dropped per node on every walk; most point at uncounted nodes, so the
+// counting stays inline and costs one test for them.
+inline void TNodeRef::AddRef() {
+    if (m_pNode && m_pNode->m_pClass->m_bCounted) ++static_cast<CCountedNode*>(m_pNode)->m_nRefCount;
+}
+
+inline void TNodeRef::Drop() {
+    if (m_pNode && m_pNode->m_pClass->m_bCounted) ReleaseCounted(m_pNode);
+}
+
+inline TNodeRef& TNodeRef::operator=(CNode* node) {
+    CNode* old = m_pNode;
+    m_pNode = node;
+    AddRef();
+    if (old && old->m_pClass->m_bCounted) ReleaseCounted(old);
+    return *this;
+}
+
+inline TNodeRef& TNodeRef::operator=(TNodeRef&& other) noexcept {
+    if (this != &other) {
+        Drop();
+        m_pNode = other.m_pNode;
+        other.m_pNode = nullptr;
+    }
+    return *this;
+}
 
 // Common head of the kinds that live among siblings. The 32 bits beside the order number are
 // the attribute count of an element; the other kinds leave them 0.
