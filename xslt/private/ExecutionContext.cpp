@@ -208,6 +208,18 @@ void CExecutionContext::CreateIterator(Xpath::CNodeSet* nodes, TRefPtr<Xpath::CN
     }
 }
 
+int32_t CExecutionContext::CountNodes(Xpath::CNodeSet* nodes) {
+    CCurrentNodeScope scope(m_pRuntime, this);
+    try {
+        return nodes->GetLength();
+    } catch (Xslt::CXsltException*) {
+        throw;
+    } catch (Core::IException* failure) {
+        WrapFailure(Xslt::CXsltException::ExpressionEvaluationError, failure);
+    }
+    return 0;
+}
+
 void CExecutionContext::Advance(Xpath::CNodeIterator* iterator) {
     CCurrentNodeScope scope(m_pRuntime, this);
     try {

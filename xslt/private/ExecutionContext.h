@@ -82,6 +82,8 @@ public:
     // Iteration of a selected node-set; a failure of its lazy evaluation is code 43.
     void CreateIterator(Xpath::CNodeSet* nodes, TRefPtr<Xpath::CNodeIterator>& iterator);
     void Advance(Xpath::CNodeIterator* iterator);
+    // The number of nodes of a selected node-set, evaluated as iteration is.
+    int32_t CountNodes(Xpath::CNodeSet* nodes);
     // The XPath context of this instruction at the current node.
     void MakeXpathContext(TRefPtr<Xpath::CContext>& context);
 

@@ -111,7 +111,7 @@ void SortNodes(CExecutionContext& context, const TArray<TRefPtr<CSortInstruction
                TRefPtr<Xpath::CNodeSet>& nodes) {
     TRefPtr<CSorter> sorter = new CSorter();
     for (CSortInstruction* sort : sorts) AddSortKey(context, sort, sorter);
-    sorter->Reserve(nodes->GetLength());
+    sorter->Reserve(context.CountNodes(nodes));
     TRefPtr<Xpath::CNodeIterator> iterator;
     context.CreateIterator(nodes, iterator);
     CExecutionContext list(context, iterator.Get());
