@@ -52,7 +52,8 @@ TEST(RefPtr, SelfAssignmentKeepsObjectAlive) {
     int deaths = 0;
     TRefPtr<CCounted> p(new CCounted(&deaths));
     p = p.Get();
-    p = p;
+    TRefPtr<CCounted>& same = p;  // through a reference, as self-assignment happens in real code
+    p = same;
     EXPECT_EQ(deaths, 0);
     EXPECT_EQ(p->GetRefCount(), 1);
     p = nullptr;
