@@ -144,16 +144,17 @@ void CXmlWriter::StartElement(const DomChar* name, bool preserveSpace, bool cdat
     CloseStartTag();
     CloseCData();
     WriteIndent();
-    PushRow(View(name), preserveSpace, cdataSection);
+    DomStringView nameText = View(name);
+    PushRow(nameText, preserveSpace, cdataSection);
     m_bInStartTag = true;
     m_nIndentColumn += m_nIndentStep;
     m_bCanIndent = true;
     if (m_bFirstElement) {
-        WriteDocumentType(View(name));
+        WriteDocumentType(nameText);
         m_bFirstElement = false;
     }
     m_pOutput->WriteRaw(u"<");
-    m_pOutput->WriteMarkup(View(name));
+    m_pOutput->WriteMarkup(nameText);
 }
 
 void CXmlWriter::WriteDoctypeIdentifier(DomStringView keyword, const DomString& id) {
@@ -214,7 +215,7 @@ void CXmlWriter::WriteNamespace(const DomChar* prefix, const DomChar* uri) {
 
 void CXmlWriter::WriteAttributeText(const DomChar* name, const DomChar* value) {
     m_pOutput->WriteRaw(u" ");
-    m_pOutput->WriteMarkup(View(name));
+    m_pOutput->WriteMarkup(name);
     m_pOutput->WriteRaw(u"=\"");
     DomStringView valueText = View(value);
     m_pOutput->WriteEscaped(valueText.data(), static_cast<int>(valueText.size()), kAttributeEscapes);

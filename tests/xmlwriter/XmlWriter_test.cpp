@@ -269,6 +269,48 @@ TEST(XmlWriterBuffer, NothingReachesTheStreamBeforeTheBufferFills) {
     EXPECT_EQ(stream->m_sBytes.size(), 0x6000u);
 }
 
+TEST(XmlWriterBuffer, CharacterThatDoesNotFitGoesOutWithTheNextBuffer) {
+    TRefPtr<CByteStream> stream = new CByteStream;
+    TRefPtr<IWriter> writer = MakeWriter(COutputProperties::XmlMethod, OmitDeclaration, stream);
+    writer->StartDocument();
+    writer->StartElement(u"a", false, false);
+    // "<a>" and the x's leave two bytes of room, too few for the euro sign's three.
+    Text(*writer, DomString(0x6000 - 5, u'x') + u"\u20AC");
+    EXPECT_EQ(stream->m_sBytes.size(), 0x6000u - 2);
+}
+
+// Each special unit at each position of a block of eight, in text and in an attribute value.
+TEST(XmlWriterRuns, EscapesAndEncodesWhereverTheUnitFalls) {
+    struct SUnit {
+        DomStringView text;
+        const char* pInText;
+        const char* pInAttribute;
+    };
+    const SUnit units[] = {{u"&", "&amp;", "&amp;"},
+                           {u"<", "&lt;", "&lt;"},
+                           {u">", "&gt;", "&gt;"},
+                           {u"\"", "\"", "&quot;"},
+                           {u"\n", "\n", "&#10;"},
+                           {u"\u00E9", "\xC3\xA9", "\xC3\xA9"},
+                           {u"\u20AC", "\xE2\x82\xAC", "\xE2\x82\xAC"},
+                           {u"\U0001F600", "\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80"}};
+    for (const SUnit& unit : units) {
+        for (int before = 0; before < 10; ++before) {
+            DomString text = DomString(before, u'a') + DomString(unit.text) + u"bcdefghijk";
+            std::string lead(before, 'a');
+            std::string expected = "<e v=\"" + lead + unit.pInAttribute + "bcdefghijk\">" + lead + unit.pInText +
+                                   "bcdefghijk</e>";
+            std::string bytes = Serialise(COutputProperties::XmlMethod, OmitDeclaration, [&](IWriter& w) {
+                w.StartElement(u"e", false, false);
+                w.WriteAttribute(u"v", text.c_str());
+                Text(w, text);
+                w.EndElement();
+            });
+            EXPECT_EQ(bytes, expected) << "unit " << unit.pInText << " after " << before;
+        }
+    }
+}
+
 TEST(XmlWriterBuffer, DeepNestingAndStrayEndElement) {
     const int depth = 100000;
     std::string expected;

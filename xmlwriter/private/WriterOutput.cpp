@@ -1,6 +1,12 @@
 // The shared writer core: block encoding into the byte buffer, references and escaping.
 #include "xmlwriter/private/WriterOutput.h"
 
+#include <bit>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "core/EncodingTable.h"
 #include "core/Stream.h"
 #include "core/TextSink.h"
@@ -9,6 +15,18 @@
 namespace XmlWriterPrivate {
 
 namespace {
+
+constexpr void ListEscapedUnits(SEscapes& escapes) {
+    int row = 0;
+    auto fill = [&](DomChar unit) {
+        for (DomChar& cell : escapes.aaEscapedBlocks[row]) cell = unit;
+        ++row;
+    };
+    for (int unit = 0; unit < 0x40; ++unit) {
+        if (escapes.apReplacement[unit]) fill(static_cast<DomChar>(unit));
+    }
+    while (row < SEscapes::MaxEscaped) fill(0x80);
+}
 
 constexpr SEscapes MakeEscapes(bool lineFeedAndQuote, bool lessThan, bool keepAmpersandBeforeBrace) {
     SEscapes escapes{};
@@ -20,10 +38,48 @@ constexpr SEscapes MakeEscapes(bool lineFeedAndQuote, bool lessThan, bool keepAm
         escapes.apReplacement[u'"'] = u"&quot;";
     }
     escapes.bKeepAmpersandBeforeBrace = keepAmpersandBeforeBrace;
+    ListEscapedUnits(escapes);
     return escapes;
 }
 
+constexpr SEscapes MakeNoEscapes() {
+    SEscapes escapes{};
+    ListEscapedUnits(escapes);
+    return escapes;
+}
+
+constexpr SEscapes kNoEscapes = MakeNoEscapes();
+
 bool IsSurrogate(DomChar unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+
+bool IsReplacedAt(const DomChar* units, int index, int count, const SEscapes& escapes) {
+    DomChar unit = units[index];
+    if (!escapes.IsEscaped(unit)) return false;
+    return !(unit == u'&' && escapes.bKeepAmpersandBeforeBrace && index + 1 < count && units[index + 1] == u'{');
+}
+
+// The end of the run of non-ASCII units from `start`. No character pairs across an ASCII unit,
+// so the encoder may take such runs one by one.
+int NonAsciiRunEnd(const DomChar* units, int start, int count) {
+    while (start < count && units[start] >= 0x80) ++start;
+    return start;
+}
+
+#if defined(__SSE2__)
+// Stores eight units as bytes at `out` and returns how many of them lead the first one that is
+// not ASCII or is escaped: 8 when there is none. The bytes from there on are of no use.
+int CopyAsciiBlock(const DomChar* units, const SEscapes& escapes, unsigned char* out) {
+    __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
+    __m128i stops = _mm_cmpeq_epi16(_mm_and_si128(block, _mm_set1_epi16(static_cast<short>(0xFF80))), _mm_setzero_si128());
+    stops = _mm_xor_si128(stops, _mm_set1_epi16(-1));
+    for (const auto& row : escapes.aaEscapedBlocks) {
+        stops = _mm_or_si128(stops, _mm_cmpeq_epi16(block, _mm_load_si128(reinterpret_cast<const __m128i*>(row))));
+    }
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(block, block));
+    unsigned int mask = static_cast<unsigned int>(_mm_movemask_epi8(stops));
+    return mask ? std::countr_zero(mask) / 2 : 8;
+}
+#endif
 
 // Whether the encoding writes every ASCII unit as the one byte of the same value.
 bool EncodesAsciiAsBytes(Core::IEncoding* encoding) {
@@ -59,6 +115,7 @@ void CWriterOutput::SetByteStream(Core::IStream* stream) {
 void CWriterOutput::SetTextSink(Core::ITextSink* sink) {
     m_pSink = sink;
     m_pStream = nullptr;
+    m_bAsciiAsBytes = m_bUtf8 = false;
 }
 
 void CWriterOutput::Open(const DomString& encodingName) {
@@ -68,6 +125,7 @@ void CWriterOutput::Open(const DomString& encodingName) {
     if (!m_pSink && !m_pBuffer) m_pBuffer = new unsigned char[BufferSize];
     m_nBuffered = 0;
     m_bAsciiAsBytes = !m_pSink && EncodesAsciiAsBytes(m_pEncoding);
+    m_bUtf8 = m_bAsciiAsBytes && m_pEncoding->GetName() == u"UTF-8";
     int markLength = 0;
     const DomChar* mark = m_pEncoding->GetByteOrderMark(markLength);
     if (mark) WriteRaw(mark, markLength);
@@ -78,13 +136,29 @@ void CWriterOutput::Flush() {
     m_nBuffered = 0;
 }
 
-int CWriterOutput::WriteRaw(const DomChar* units, int count) {
+// With an encoding that writes ASCII as bytes, ASCII runs are copied and only the runs between
+// them go to the encoder, so a rare accented letter does not send the rest of a text there.
+int CWriterOutput::WriteRun(const DomChar* units, int count) {
     if (m_pSink) {
         m_pSink->Write(units, count);
         return count;
     }
     if (!m_pEncoding) return count;  // nothing was opened: events before StartDocument go nowhere
-    int done = m_bAsciiAsBytes ? CopyAscii(units, count) : 0;
+    if (!m_bAsciiAsBytes) return Encode(units, count);
+    int done = 0;
+    while (done < count) {
+        done += CopyPlain(units + done, count - done, kNoEscapes);
+        if (done == count) break;
+        int end = NonAsciiRunEnd(units, done + 1, count);
+        int encoded = Encode(units + done, end - done);
+        done += encoded;
+        if (done < end) break;
+    }
+    return done;
+}
+
+int CWriterOutput::Encode(const DomChar* units, int count) {
+    int done = 0;
     while (done < count) {
         int written = 0;
         bool failed = false;
@@ -102,19 +176,47 @@ int CWriterOutput::WriteRaw(const DomChar* units, int count) {
     return done;
 }
 
-// Markup and most text are ASCII: copying its leading run spares a call into the encoder.
-int CWriterOutput::CopyAscii(const DomChar* units, int count) {
+// Markup and most text are ASCII: copying it spares a call into the encoder. The buffer goes to
+// the stream when it is full, or when the next character's bytes do not fit, as the encoder's.
+int CWriterOutput::CopyPlain(const DomChar* units, int count, const SEscapes& escapes) {
+    unsigned char* out = m_pBuffer + m_nBuffered;
+    unsigned char* const end = m_pBuffer + BufferSize;
     int done = 0;
     while (done < count) {
-        if (m_nBuffered == BufferSize) Flush();
-        int end = done + (BufferSize - m_nBuffered);
-        if (end > count) end = count;
-        unsigned char* out = m_pBuffer + m_nBuffered;
-        int start = done;
-        while (done < end && units[done] < 0x80) *out++ = static_cast<unsigned char>(units[done++]);
-        m_nBuffered += done - start;
-        if (done < end) break;
+#if defined(__SSE2__)
+        if (count - done >= 8 && end - out >= 8) {
+            int plain = CopyAsciiBlock(units + done, escapes, out);
+            done += plain;
+            out += plain;
+            if (plain == 8) continue;
+        }
+#endif
+        unsigned int unit = units[done];
+        int length = unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
+        if (length == 1 ? escapes.IsEscaped(static_cast<DomChar>(unit))
+                        : !m_bUtf8 || IsSurrogate(static_cast<DomChar>(unit))) {
+            break;
+        }
+        if (end - out < length) {
+            m_nBuffered = static_cast<int>(out - m_pBuffer);
+            Flush();
+            out = m_pBuffer;
+        }
+        if (length == 1) {
+            *out++ = static_cast<unsigned char>(unit);
+        } else if (length == 2) {
+            out[0] = static_cast<unsigned char>(0xC0 | (unit >> 6));
+            out[1] = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+            out += 2;
+        } else {
+            out[0] = static_cast<unsigned char>(0xE0 | (unit >> 12));
+            out[1] = static_cast<unsigned char>(0x80 | ((unit >> 6) & 0x3F));
+            out[2] = static_cast<unsigned char>(0x80 | (unit & 0x3F));
+            out += 3;
+        }
+        ++done;
     }
+    m_nBuffered = static_cast<int>(out - m_pBuffer);
     return done;
 }
 
@@ -172,17 +274,29 @@ void CWriterOutput::WriteReference(unsigned int value) {
     WriteRaw(text + start, end - start);
 }
 
+// Plain ASCII is copied while it is scanned; other units go through the encoder in runs that
+// end before the next replaced unit (or, when the rest is copied, before the next ASCII unit).
 void CWriterOutput::WriteEscaped(const DomChar* units, int count, const SEscapes& escapes) {
-    int runStart = 0;
-    for (int i = 0; i < count; ++i) {
-        DomChar unit = units[i];
-        if (unit >= 0x40 || !escapes.apReplacement[unit]) continue;
-        if (unit == u'&' && escapes.bKeepAmpersandBeforeBrace && i + 1 < count && units[i + 1] == u'{') continue;
-        WriteRawWithReferences(units + runStart, i - runStart);
-        WriteRaw(escapes.apReplacement[unit]);
-        runStart = i + 1;
+    int i = 0;
+    while (i < count) {
+        if (m_bAsciiAsBytes) {
+            i += CopyPlain(units + i, count - i, escapes);
+            if (i == count) break;
+        }
+        if (IsReplacedAt(units, i, count, escapes)) {
+            WriteRaw(escapes.apReplacement[units[i]]);
+            ++i;
+            continue;
+        }
+        int end = i + 1;
+        if (m_bAsciiAsBytes) {
+            end = NonAsciiRunEnd(units, end, count);
+        } else {
+            while (end < count && !IsReplacedAt(units, end, count, escapes)) ++end;
+        }
+        WriteRawWithReferences(units + i, end - i);
+        i = end;
     }
-    WriteRawWithReferences(units + runStart, count - runStart);
 }
 
 void CWriterOutput::WriteSpaces(int count) {
