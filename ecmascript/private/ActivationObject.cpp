@@ -54,20 +54,57 @@ void CActivationObject::operator delete(void* block, size_t size) {
 // The table goes first: some of its entries are members of this object.
 CActivationObject::~CActivationObject() { GetOwnTable().Clear(); }
 
-void CActivationObject::DefineParameters(const CValueList& arguments) {
-    const TArray<CName>& parameters = m_pBody->m_aParameters;
+TRefPtr<CActivationObject> CActivationObject::Make(CGlobalObject* global, CObject* callee, CFunctionBody* body,
+                                                   const CValueList& arguments) {
+    TArray<TRefPtr<CActivationObject>>& spares = body->m_aSpareActivations;
+    if (spares.GetSize() > 0 && spares.Last()->GetGlobal() == global) {
+        TRefPtr<CActivationObject> activation = std::move(spares.Last());
+        spares.RemoveLast();
+        activation->m_pCallee = callee;
+        activation->m_pArguments = &arguments;
+        const TArray<CFunctionBody::SFrameSlot>& frame = body->GetFrame();
+        for (int i = 0; i < frame.GetSize(); ++i) {
+            int argument = frame[i].nArgument;
+            activation->m_aEntries[i].pValue = argument >= 0 ? arguments[argument] : CValue::Undefined();
+        }
+        return activation;
+    }
+    TRefPtr<CActivationObject> activation = new CActivationObject(global, callee, body, arguments);
+    activation->DefineVariables(arguments);
+    return activation;
+}
+
+void CActivationObject::Recycle(TRefPtr<CActivationObject>& activation) {
+    static const int kMaxSpares = 64;
+    TArray<TRefPtr<CActivationObject>>& spares = activation->m_pBody->m_aSpareActivations;
+    if (activation->GetRefCount() != 1 || !activation->IsReusable() || spares.GetSize() >= kMaxSpares) {
+        activation = nullptr;
+        return;
+    }
+    for (int i = 0; i < activation->m_nInlineEntries; ++i) activation->m_aEntries[i].pValue = nullptr;
+    spares.Add(std::move(activation));
+}
+
+// Holds just the frame, all in the entries inside the object, and nothing else.
+bool CActivationObject::IsReusable() {
+    return !m_pArgumentsObject && m_nInlineEntries == m_nDefinedCount && HoldsOnlyFrame();
+}
+
+void CActivationObject::DefineVariables(const CValueList& arguments) {
+    const TArray<CFunctionBody::SFrameSlot>& frame = m_pBody->GetFrame();
     CPropertyTable& table = GetOwnTable();
-    for (int i = 0; i < parameters.GetSize(); ++i) {
-        bool repeated = false;
-        for (int j = 0; j < i && !repeated; ++j) repeated = parameters[j] == parameters[i];
-        if (repeated) {
-            Define(parameters[i], arguments[i], 0, true);
-        } else if (i < kInlineEntries) {
-            table.AddExternal(&m_aEntries[i], parameters[i], arguments[i], 0);
+    for (int i = 0; i < frame.GetSize(); ++i) {
+        const CFunctionBody::SFrameSlot& slot = frame[i];
+        CValue* value = slot.nArgument >= 0 ? arguments[slot.nArgument] : CValue::Undefined();
+        if (i < kInlineEntries) {
+            table.AddExternal(&m_aEntries[i], slot.name, value, 0);
+            m_nInlineEntries = i + 1;
         } else {
-            table.Add(parameters[i], arguments[i], 0);
+            table.Add(slot.name, value, 0);
         }
     }
+    if (m_pBody->DeclaresArguments()) Define(ArgumentsName(), CValue::Undefined(), 0, false);
+    m_nDefinedCount = table.GetCount();
 }
 
 SPropertyEntry* CActivationObject::FindOwn(const CName& name) {

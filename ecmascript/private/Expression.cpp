@@ -5,6 +5,7 @@
 #include "ecmascript/GlobalObject.h"
 #include "ecmascript/Interpreter.h"
 #include "ecmascript/RuntimeError.h"
+#include "ecmascript/private/ActivationObject.h"
 
 namespace EcmaScriptPrivate {
 
@@ -557,10 +558,65 @@ TRefPtr<CValue> CIdentifierExpression::Evaluate(CContext& context) {
     return new CReferenceValue(reference.pBase, m_name);
 }
 
+TRefPtr<CValue> CIdentifierExpression::EvaluateValue(CContext& context) {
+    CObject* base;
+    if (SPropertyEntry* entry = FindFast(context, base)) {
+        return entry->nNativeIndex >= 0 ? base->GetNative(entry->nNativeIndex) : entry->pValue;
+    }
+    return context.Lookup(m_name);
+}
+
 bool CIdentifierExpression::EvaluateReference(CContext& context, CReference& reference) {
     context.Resolve(m_name, reference);
     reference.name = m_name;
     return true;
+}
+
+void CIdentifierExpression::Resolve(CContext& context, CReference& reference, SPropertyEntry*& entry) {
+    CObject* base;
+    entry = FindFast(context, base);
+    if (entry) {
+        reference.pBase = base;
+    } else {
+        context.Resolve(m_name, reference, entry);
+    }
+    reference.name = m_name;
+}
+
+// The entry of the name without a search of the chain, when the chain is the plain one of
+// global code (the global object) or of this node's function (global and activation object);
+// none when a search is needed. The name "arguments" always takes the search, which makes
+// the arguments object.
+SPropertyEntry* CIdentifierExpression::FindFast(CContext& context, CObject*& base) {
+    CObject* activation = context.GetActivation();
+    if (activation) {
+        if (!m_pOwner || context.GetScopeDepth() != 2) return nullptr;
+        CActivationObject* frame = static_cast<CActivationObject*>(activation);
+        if (frame->GetBody() != m_pOwner) return nullptr;
+        if (m_nFrameSlot == -2) {
+            static const CName argumentsName(u"arguments");
+            m_nFrameSlot = m_name == argumentsName ? -3 : m_pOwner->FindFrameSlot(m_name);
+        }
+        if (m_nFrameSlot >= 0) {
+            base = frame;
+            return frame->GetFrameEntry(m_nFrameSlot);
+        }
+        if (m_nFrameSlot != -1 || !frame->HoldsOnlyFrame()) return nullptr;
+    } else if (context.GetScopeDepth() != 1) {
+        return nullptr;
+    }
+    base = context.GetGlobal();
+    return FindGlobal(context.GetGlobal());
+}
+
+SPropertyEntry* CIdentifierExpression::FindGlobal(CGlobalObject* global) {
+    const CPropertyTable& table = global->GetOwnTable();
+    if (m_pGlobalEntry && m_pGlobalTable == &table && m_nGlobalRemovals == table.GetRemovals()) return m_pGlobalEntry;
+    if (!global->IsVariableScope()) return nullptr;
+    m_pGlobalEntry = global->FindOwn(m_name);
+    m_pGlobalTable = &table;
+    m_nGlobalRemovals = table.GetRemovals();
+    return m_pGlobalEntry;
 }
 
 void CStringLiteral::WriteSource(DomString& text) const { WriteQuoted(text, m_pValue->GetString()); }

@@ -6,6 +6,7 @@
 #include "core/RefObject.h"
 #include "ecmascript/Context.h"
 #include "ecmascript/Object.h"
+#include "ecmascript/Program.h"
 
 namespace EcmaScriptPrivate {
 
@@ -259,20 +260,29 @@ public:
 
 class CIdentifierExpression : public CLeftHandSideExpression {
 public:
-    explicit CIdentifierExpression(const CName& name) : m_name(name) {}
+    // `owner` is the function whose body holds the node, none in global and eval code.
+    CIdentifierExpression(const CName& name, EcmaScript::CFunctionBody* owner) : m_name(name), m_pOwner(owner) {}
     void WriteSource(DomString& text) const override { text += m_name.GetText(); }
     TRefPtr<CValue> Evaluate(CContext& context) override;
-    TRefPtr<CValue> EvaluateValue(CContext& context) override { return context.Lookup(m_name); }
+    TRefPtr<CValue> EvaluateValue(CContext& context) override;
     bool EvaluateReference(CContext& context, CReference& reference) override;
     CIdentifierExpression* AsIdentifier() override { return this; }
     // The reference with the entry of a variable scope that holds the name, if any.
-    void Resolve(CContext& context, CReference& reference, EcmaScript::SPropertyEntry*& entry) const {
-        context.Resolve(m_name, reference, entry);
-        reference.name = m_name;
-    }
+    void Resolve(CContext& context, CReference& reference, EcmaScript::SPropertyEntry*& entry);
 
 private:
+    EcmaScript::SPropertyEntry* FindFast(CContext& context, CObject*& base);
+    EcmaScript::SPropertyEntry* FindGlobal(EcmaScript::CGlobalObject* global);
+
     CName m_name;
+    // Not counted: the body owns this node.
+    EcmaScript::CFunctionBody* m_pOwner;
+    // The slot of the name in the owner's frame; -1 outside it, -2 before the first look.
+    int m_nFrameSlot = -2;
+    // The global entry last found, valid while the table has lost no entry since.
+    EcmaScript::SPropertyEntry* m_pGlobalEntry = nullptr;
+    const EcmaScript::CPropertyTable* m_pGlobalTable = nullptr;
+    uint32_t m_nGlobalRemovals = 0;
 };
 
 // Literals hold their value, made once at parse time.

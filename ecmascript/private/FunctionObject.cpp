@@ -47,11 +47,12 @@ CFunctionObject::CFunctionObject(CGlobalObject* global, CFunctionBody* body)
 
 TRefPtr<CValue> CFunctionObject::Call(CObject* thisObject, const CValueList& arguments) {
     CGlobalObject* global = GetGlobal();
-    TRefPtr<CActivationObject> activation = new CActivationObject(global, this, m_pBody, arguments);
-    CContext context(global, activation, thisObject);
-    CCallScope scope(global->GetInterpreter(), &context, activation);
-    activation->DefineParameters(arguments);
-    for (const CName& name : m_pBody->m_aVariables) activation->Define(name, CValue::Undefined(), 0, false);
+    struct SActivation {
+        TRefPtr<CActivationObject> pObject;
+        ~SActivation() { CActivationObject::Recycle(pObject); }
+    } activation{CActivationObject::Make(global, this, m_pBody, arguments)};
+    CContext context(global, activation.pObject, thisObject);
+    CCallScope scope(global->GetInterpreter(), &context, activation.pObject);
     try {
         CCompletion completion = ExecuteList(m_pBody->m_aStatements, context);
         if (completion.nKind == CCompletion::Return) return completion.pValue;

@@ -568,7 +568,7 @@ TExpressionPtr CParser::ParsePrimary() {
     TExpressionPtr expression;
     switch (m_token.kind) {
         case TokenThis: expression = new CThisExpression; break;
-        case TokenIdentifier: expression = new CIdentifierExpression(m_token.name); break;
+        case TokenIdentifier: expression = new CIdentifierExpression(m_token.name, m_pFunction); break;
         case TokenNull: expression = new CNullLiteral; break;
         case TokenTrue: expression = new CBooleanLiteral(true); break;
         case TokenFalse: expression = new CBooleanLiteral(false); break;
