@@ -1,9 +1,14 @@
 // The intrusively counted root of all long-lived objects and its holder.
 // The count starts at 0: whoever first takes the pointer into a TRefPtr owns it.
 #pragma once
+#include "core/SmallBlocks.h"
 
 class CRefObject {
 public:
+    // Counted objects come and go at every evaluation step; small ones reuse freed blocks.
+    static void* operator new(size_t size) { return Core::CSmallBlocks::Allocate(size); }
+    static void operator delete(void* memory, size_t size) { Core::CSmallBlocks::Free(memory, size); }
+
     CRefObject() = default;
     CRefObject(const CRefObject&) : m_nRefCount(0) {}
     CRefObject& operator=(const CRefObject&) { return *this; }
