@@ -2,6 +2,8 @@
 // a prefix is resolved only once a node of the right type (and local name) comes along.
 #include "xpath/NodeTest.h"
 
+#include <cstring>
+
 #include "xpath/Expression.h"
 
 namespace Xpath {
@@ -41,9 +43,24 @@ bool CNamespaceTest::Matches(CContext* context, const Dom::CNode* node) const {
     return UriOf(node) == ResolveInBuffer(context, m_sPrefix);
 }
 
+// Elements and attributes are read from their records directly: this runs for every node a
+// step walks, and most candidates fail on the length of the local name.
 bool CNameTest::Matches(CContext* context, const Dom::CNode* node) const {
-    if (!IsNamedType(node) || NameOf(node) != m_sLocalName) return false;
-    DomStringView uri = UriOf(node);
+    const Dom::CName* name;
+    int type = node->GetNodeType();
+    if (type == Dom::ELEMENT_NODE)
+        name = static_cast<const Dom::CElement*>(node)->m_pName;
+    else if (type == Dom::ATTRIBUTE_NODE)
+        name = static_cast<const Dom::CAttr*>(node)->m_pName;
+    else
+        return type == Dom::NAMESPACE_NODE && MatchesName(context, NameOf(node), UriOf(node));
+    return MatchesName(context, name->m_sLocalName, name->m_sNamespaceUri);
+}
+
+bool CNameTest::MatchesName(CContext* context, DomStringView localName, DomStringView uri) const {
+    size_t length = m_sLocalName.size();
+    if (localName.size() != length || std::memcmp(localName.data(), m_sLocalName.data(), length * sizeof(DomChar)))
+        return false;
     if (m_sPrefix.empty()) return uri.empty();
     return uri == ResolveInBuffer(context, m_sPrefix);
 }

@@ -61,6 +61,8 @@ public:
     const DomString& GetLocalNameText() const { return m_sLocalName; }
 
 private:
+    bool MatchesName(CContext* context, DomStringView localName, DomStringView uri) const;
+
     DomString m_sPrefix;
     DomString m_sLocalName;
 };
