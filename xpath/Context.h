@@ -35,6 +35,9 @@ public:
     // Leaves `function` null when the name is unknown.
     virtual void GetFunction(TRefPtr<IFunction>& function, const DomString& namespaceUri,
                              const DomString& localName) = 0;
+    // Nonzero, and shared by no other library of the process, when a function once found stays
+    // the answer for its name while the library lives; a call site may then keep it. 0 otherwise.
+    virtual uint64_t GetStableIdentity() const { return 0; }
 };
 
 class INamespaceResolver : public CRefObject {

@@ -6,7 +6,11 @@
 
 namespace Xpath {
 
-CCoreFunctionLibrary::CCoreFunctionLibrary() { XpathPrivate::AddCoreFunctions(*this); }
+CCoreFunctionLibrary::CCoreFunctionLibrary() {
+    static uint64_t s_nLastIdentity = 0;
+    m_nIdentity = ++s_nLastIdentity;
+    XpathPrivate::AddCoreFunctions(*this);
+}
 CCoreFunctionLibrary::~CCoreFunctionLibrary() = default;
 
 void CCoreFunctionLibrary::AddFunction(const DomString& name, IFunction* function) {

@@ -13,6 +13,8 @@ public:
 
     bool IsFunctionAvailable(const DomString& namespaceUri, const DomString& localName) override;
     void GetFunction(TRefPtr<IFunction>& function, const DomString& namespaceUri, const DomString& localName) override;
+    // Entries are only appended and the first of a name wins, so a found function stays found.
+    uint64_t GetStableIdentity() const override { return m_nIdentity; }
 
     // Appends an entry; a name already present keeps its first entry.
     void AddFunction(const DomString& name, IFunction* function);
@@ -26,6 +28,7 @@ private:
         TRefPtr<IFunction> m_pFunction;
     };
     TArray<SEntry> m_aEntries;
+    uint64_t m_nIdentity;
 };
 
 }  // namespace Xpath

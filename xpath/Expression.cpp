@@ -23,6 +23,28 @@ bool EvaluateBoolean(const CExpression* expression, CContext* context) {
     return CConverter(context).ToBoolean(value);
 }
 
+// Argument lists are kept between calls, one per depth of nested calls, so that a call
+// allocates no list once the depth has been reached before.
+class CArgumentList {
+public:
+    explicit CArgumentList(int count) {
+        if (!s_aSpare.IsEmpty()) {
+            m_aValues = std::move(s_aSpare.Last());
+            s_aSpare.RemoveLast();
+        }
+        m_aValues.SetSize(count);
+    }
+    ~CArgumentList() {
+        m_aValues.Clear();
+        s_aSpare.Add(std::move(m_aValues));
+    }
+    TArray<TRefPtr<CValue>>& GetValues() { return m_aValues; }
+
+private:
+    static inline TArray<TArray<TRefPtr<CValue>>> s_aSpare;
+    TArray<TRefPtr<CValue>> m_aValues;
+};
+
 bool EvaluateComparison(int op, const CExpression* left, const CExpression* right, CContext* context) {
     TRefPtr<CValue> a, b;
     left->Evaluate(a, context);
@@ -90,14 +112,26 @@ void CVariableExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
     result = value;
 }
 
-void CFunctionCallExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
+IFunction* CFunctionCallExpr::FindFunction(CContext* context) const {
+    IFunctionLibrary* library = context->GetFunctions();
+    uint64_t identity = library ? library->GetStableIdentity() : 0;
+    if (identity && identity == m_nKnownLibrary) return m_pKnownFunction;
     DomString uri;
     ResolvePrefix(context, m_sPrefix, uri);
     TRefPtr<IFunction> function;
-    if (IFunctionLibrary* library = context->GetFunctions()) library->GetFunction(function, uri, m_sLocalName);
+    if (library) library->GetFunction(function, uri, m_sLocalName);
     if (!function) throw new CXpathException(CXpathException::FunctionNotFound, m_sPrefix, m_sLocalName, uri);
-    TArray<TRefPtr<CValue>> arguments;
-    arguments.SetSize(m_aArguments.GetSize());
+    if (m_sPrefix.empty()) {
+        m_pKnownFunction = function;
+        m_nKnownLibrary = identity;
+    }
+    return function;
+}
+
+void CFunctionCallExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
+    TRefPtr<IFunction> function(FindFunction(context));
+    CArgumentList list(m_aArguments.GetSize());
+    TArray<TRefPtr<CValue>>& arguments = list.GetValues();
     for (int i = 0; i < m_aArguments.GetSize(); ++i) m_aArguments[i]->Evaluate(arguments[i], context);
     function->Call(result, context, arguments);
 }

@@ -12,6 +12,7 @@ namespace Xpath {
 class CValue;
 class CContext;
 class CXpathException;
+class IFunction;
 
 class CStepExpr;
 
@@ -122,7 +123,8 @@ private:
     DomString m_sLocalName;
 };
 
-// A call looked up by namespace URI and local name in the context's library at each evaluation.
+// A call looked up by namespace URI and local name in the context's library. An unprefixed
+// call keeps what a library with a stable identity gave it, as long as that library is used.
 class CFunctionCallExpr : public CExpression {
 public:
     CFunctionCallExpr(DomString prefix, DomString localName)
@@ -134,9 +136,14 @@ public:
     void Evaluate(TRefPtr<CValue>& result, CContext* context) const override;
 
 private:
+    IFunction* FindFunction(CContext* context) const;
+
     DomString m_sPrefix;
     DomString m_sLocalName;
     TArray<TRefPtr<CExpression>> m_aArguments;
+    // The function last found and the stable identity of its library; the library owns it.
+    mutable IFunction* m_pKnownFunction = nullptr;
+    mutable uint64_t m_nKnownLibrary = 0;
 };
 
 // Stands for an expression that failed to parse in forwards-compatible processing: its
