@@ -22,6 +22,19 @@ bool IsXmlSpace(const CName* name) {
     return name->m_sLocalName == u"space" && name->m_sNamespaceUri == XML_NAMESPACE;
 }
 
+intptr_t Distance(const void* from, const void* to) {
+    return reinterpret_cast<intptr_t>(to) - reinterpret_cast<intptr_t>(from);
+}
+
+bool IsNear(const void* from, const void* to) {
+    intptr_t distance = Distance(from, to);
+    return distance == static_cast<int32_t>(distance);
+}
+
+void SetData(CCharacterData* node, const DomChar* data) {
+    node->m_nDataOffset = static_cast<int32_t>(Distance(node, data));
+}
+
 }  // namespace
 
 void CDocumentBuilder::Create(CNode* document, CStripSpaceRules* rules, IBuildListener* listener,
@@ -395,17 +408,34 @@ void CDocumentBuilder::CloseText() {
         return;
     }
     const DomChar* data = ShareOrTerminateText();
-    CText* text = static_cast<CText*>(AllocateNode(sizeof(CText)));
+    CText* text = static_cast<CText*>(AllocateCharacterData(data));
     LinkChild(text, CDocumentData::TEXT_CLASS);
-    text->m_pData = data;
+    SetData(text, data);
     Notify(text);
+}
+
+// A text or comment record within reach of its data's offset. Data in the text chunks nearly
+// always is; a far one (a long text in a block of its own) is copied behind the record, and
+// `data` is set to the copy.
+CCharacterData* CDocumentBuilder::AllocateCharacterData(const DomChar*& data) {
+    void* record = AllocateNode(sizeof(CCharacterData));
+    if (IsNear(record, data)) return static_cast<CCharacterData*>(record);
+    m_pNodeNext -= sizeof(CCharacterData);
+    size_t bytes = sizeof(DomChar) * (std::char_traits<DomChar>::length(data) + 1);
+    record = AllocateNode(sizeof(CCharacterData) + (bytes + 7) / 8 * 8);
+    DomChar* copy = reinterpret_cast<DomChar*>(static_cast<CCharacterData*>(record) + 1);
+    std::memcpy(copy, data, bytes);
+    if (data == m_pTextStart) m_pTextNext = m_pTextStart;
+    data = copy;
+    return static_cast<CCharacterData*>(record);
 }
 
 void CDocumentBuilder::StartComment() {
     FinishPrevious();
     CComment* comment = static_cast<CComment*>(AllocateNode(sizeof(CComment)));
     LinkChild(comment, CDocumentData::COMMENT_CLASS);
-    comment->m_pData = EMPTY_TEXT;
+    // Empty until the comment ends: the data is the record's own null link.
+    SetData(comment, reinterpret_cast<const DomChar*>(&comment->m_pNext));
     m_pComment = comment;
     BeginCollecting();
     Notify(comment);
@@ -413,8 +443,24 @@ void CDocumentBuilder::StartComment() {
 
 void CDocumentBuilder::EndComment() {
     if (!m_pComment) throw new CDomException(CDomException::HIERARCHY_REQUEST_ERR);
-    m_pComment->m_pData = TerminateText();
+    const DomChar* data = TerminateText();
+    if (!IsNear(m_pComment, data)) MoveComment(data);
+    SetData(m_pComment, data);
     m_pComment = nullptr;
+}
+
+// A comment too far from its data moves to where it is near it, or to a copy of it. The comment
+// is its parent's last child so far, and only the listener has seen the old address.
+void CDocumentBuilder::MoveComment(const DomChar*& data) {
+    CComment* old = m_pComment;
+    CComment* moved = static_cast<CComment*>(AllocateCharacterData(data));
+    std::memcpy(static_cast<void*>(moved), static_cast<void*>(old), sizeof(CComment));
+    if (moved->m_pPrevious)
+        static_cast<CChildNode*>(moved->m_pPrevious)->m_pNext = moved;
+    else
+        m_pFirst = moved;
+    m_pLast = m_pComment = moved;
+    if (m_pListener) m_pListener->NodeMoved(old, moved);
 }
 
 void CDocumentBuilder::ProcessingInstruction(DomStringView target, DomStringView data) {

@@ -19,8 +19,8 @@ public:
     virtual void SetLocator(Sxp::ILocator* locator) = 0;
     virtual void NodeCreated(CNode* node) = 0;
     // An element that outgrew its chunk was copied, with its attributes, to a new address
-    // before anything else could refer to it; called once for each record copied. `from` is
-    // only a key: its memory may be gone.
+    // before anything else could refer to it, or a comment was, to lie near its text; called
+    // once for each record copied. `from` is only a key: its memory may be gone.
     virtual void NodeMoved(CNode* from, CNode* to) {
         (void)from;
         (void)to;
@@ -77,6 +77,8 @@ private:
     const DomChar* CopyText(DomStringView text);
     bool IsWhitespaceOnly() const;
     void CloseText();
+    CCharacterData* AllocateCharacterData(const DomChar*& data);
+    void MoveComment(const DomChar*& data);
     void Notify(CNode* node);
 
     // The document or fragment built, and the document that owns its records.

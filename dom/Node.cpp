@@ -89,8 +89,8 @@ const CName* AttrName(const CNode* node) { return AsAttr(node)->m_pName; }
 // Text and comment.
 
 const CCharacterData* AsData(const CNode* node) { return static_cast<const CCharacterData*>(node); }
-void DataValue(const CNode* node, DomString& value) { value = AsData(node)->m_pData; }
-void DataAppend(const CNode* node, DomString& value) { value += AsData(node)->m_pData; }
+void DataValue(const CNode* node, DomString& value) { value = AsData(node)->GetDataPointer(); }
+void DataAppend(const CNode* node, DomString& value) { value += AsData(node)->GetDataPointer(); }
 void TextName(const CNode*, DomString& name) { name = u"#text"; }
 void CommentName(const CNode*, DomString& name) { name = u"#comment"; }
 
@@ -359,14 +359,14 @@ void CNamespaceNode::SetValue(DomStringView) { CDomException::ThrowReadOnly(); }
 // CCharacterData, CText, CProcessingInstruction
 
 int CCharacterData::GetLength() const {
-    return static_cast<int>(std::char_traits<DomChar>::length(m_pData));
+    return static_cast<int>(std::char_traits<DomChar>::length(GetDataPointer()));
 }
 
 DomString CCharacterData::SubstringData(int offset, int count) const {
     int length = GetLength();
     if (offset < 0 || offset > length || count < 0) throw new CDomException(CDomException::INDEX_SIZE_ERR);
     if (count > length - offset) count = length - offset;
-    return DomString(m_pData + offset, static_cast<size_t>(count));
+    return DomString(GetDataPointer() + offset, static_cast<size_t>(count));
 }
 
 void CCharacterData::SetData(DomStringView) { CDomException::ThrowReadOnly(); }

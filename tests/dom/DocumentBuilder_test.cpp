@@ -429,6 +429,28 @@ TEST(DocumentBuilder, ListenerSeesEveryNodeAndEveryMove) {
     EXPECT_EQ(listener->m_aCreated, expected);
 }
 
+// Texts this long get blocks of their own, which the allocator may place far from the node
+// records; a record too far from its data to reach it by offset takes a copy of it.
+TEST(DocumentBuilder, RecordsReachTextsInBlocksOfTheirOwn) {
+    TRefPtr<CRecordingListener> listener = new CRecordingListener();
+    CEventFeeder feeder(nullptr, listener);
+    std::string text(300000, 't');
+    std::string comment(300000, 'c');
+    feeder.Start("r").Text("a").Start("e").End().Text(text).Comment(comment).Comment("d").End();
+    Dom::CDocument* document = feeder.Finish();
+    CNode* root = document->GetDocumentElement();
+    CNode* longText = root->GetFirstChild()->GetNextSibling()->GetNextSibling();
+    CNode* longComment = longText->GetNextSibling();
+    EXPECT_EQ(longText->GetTextView(), U(text));
+    EXPECT_EQ(longComment->GetTextView(), U(comment));
+    EXPECT_EQ(longComment->GetPreviousSibling(), longText);
+    EXPECT_EQ(longComment->GetNextSibling()->GetPreviousSibling(), longComment);
+    EXPECT_EQ(root->GetLastChild()->GetTextView(), u"d");
+    std::vector<CNode*> expected = {document, root};
+    for (CNode* child = root->GetFirstChild(); child; child = child->GetNextSibling()) expected.push_back(child);
+    EXPECT_EQ(listener->m_aCreated, expected);
+}
+
 TEST(DocumentBuilder, RefusesWhatIsNotADocument) {
     CEventFeeder feeder;
     feeder.Start("r").End();
