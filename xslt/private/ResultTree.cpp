@@ -13,10 +13,12 @@ const DomChar XsltNamespace[] = u"http://www.w3.org/1999/XSL/Transform";
 const int ReservedFrames = 64;
 const int TextGrowth = 4096;
 
-DomStringView LocalPart(DomStringView name) {
+int LocalStart(DomStringView name) {
     size_t colon = name.rfind(u':');
-    return colon == DomStringView::npos ? name : name.substr(colon + 1);
+    return colon == DomStringView::npos ? 0 : static_cast<int>(colon) + 1;
 }
+
+DomStringView LocalPart(DomStringView name) { return name.substr(LocalStart(name)); }
 
 }  // namespace
 
@@ -65,7 +67,8 @@ void CResultTree::StartElement(DomStringView name, DomStringView uri) {
     bool preserve = parent.bPreserve;
     int counter = parent.nCounter;
     SFrame& frame = PushFrame();
-    frame.sLocalName.assign(LocalPart(name));
+    frame.sName.assign(name);
+    frame.nLocalStart = LocalStart(name);
     frame.sUri.assign(uri);
     frame.pMap = map;
     frame.bOwnsMap = false;
@@ -237,9 +240,9 @@ void CResultTree::CompleteStartTag() {
     if (!m_bStartTagOpen) return;
     m_bStartTagOpen = false;
     SFrame& frame = m_aFrames[m_nDepth];
-    if (frame.sLocalName == u"text" && frame.sUri == XsltNamespace) frame.bPreserve = true;
-    MakeName(frame.sUri, frame.sLocalName, false, frame.sName);
-    bool cdata = m_pSettings && m_pSettings->IsCDataSectionElement(frame.sUri, frame.sLocalName);
+    if (LocalName(frame) == u"text" && frame.sUri == XsltNamespace) frame.bPreserve = true;
+    NameElement(frame);
+    bool cdata = m_pSettings && m_pSettings->IsCDataSectionElement(frame.sUri, LocalName(frame));
     m_pSink->StartElement(frame.sName.c_str(), cdata, frame.bPreserve);
     if (m_bNamespacesChanged) DeclareNewNamespaces(*frame.pMap);
     for (int i = 0; i < m_attributes.GetCount(); ++i) {
@@ -253,27 +256,40 @@ void CResultTree::DeclareNewNamespaces(const CNamespaceMap& map) {
     }
 }
 
-// Chooses the qualified name under the bindings of the top frame, binding a generated prefix
-// "__N__" where the URI has none. The default namespace never applies to attributes.
+// The prefix for `uri` under the bindings of the top frame, binding a generated prefix "__N__"
+// where the URI has none. The default namespace never applies to attributes.
+DomStringView CResultTree::ChoosePrefix(DomStringView uri, bool isAttribute) {
+    SFrame& frame = m_aFrames[m_nDepth];
+    DomStringView prefix;
+    if (frame.pMap->FindPrefix(uri, isAttribute, prefix)) return prefix;
+    if (uri.empty()) throw new COutputException(COutputException::DefaultNamespaceNotAllowed);
+    GeneratePrefix(frame, uri);
+    return m_sPrefix;
+}
+
+// The name as given stays when it already has the chosen prefix, as it mostly has.
+void CResultTree::NameElement(SFrame& frame) {
+    DomStringView prefix = ChoosePrefix(frame.sUri, false);
+    int localStart = prefix.empty() ? 0 : static_cast<int>(prefix.size()) + 1;
+    if (frame.nLocalStart == localStart && DomStringView(frame.sName).starts_with(prefix)) return;
+    m_sName.assign(prefix);
+    if (!prefix.empty()) m_sName += u':';
+    m_sName.append(LocalName(frame));
+    frame.sName.swap(m_sName);
+    frame.nLocalStart = localStart;
+}
+
 void CResultTree::MakeName(DomStringView uri, DomStringView localName, bool isAttribute, DomString& name) {
     if (uri.empty() && isAttribute) {
         name.assign(localName);
         return;
     }
-    SFrame& frame = m_aFrames[m_nDepth];
-    DomStringView prefix;
-    if (frame.pMap->FindPrefix(uri, isAttribute, prefix)) {
-        name.assign(prefix);
-    } else if (uri.empty()) {
-        throw new COutputException(COutputException::DefaultNamespaceNotAllowed);
-    } else {
-        GeneratePrefix(frame, uri, name);
-    }
+    name.assign(ChoosePrefix(uri, isAttribute));
     if (!name.empty()) name += u':';
     name += localName;
 }
 
-void CResultTree::GeneratePrefix(SFrame& frame, DomStringView uri, DomString& prefix) {
+void CResultTree::GeneratePrefix(SFrame& frame, DomStringView uri) {
     OwnMap(frame);
     m_bNamespacesChanged = true;
     int number = frame.nCounter++;
@@ -287,7 +303,6 @@ void CResultTree::GeneratePrefix(SFrame& frame, DomStringView uri, DomString& pr
     while (count > 0) m_sPrefix += digits[--count];
     m_sPrefix += u"__";
     frame.pMap->Add(m_sPrefix, uri, true);
-    prefix.assign(m_sPrefix);
 }
 
 // Copy on write: a frame takes a map of its own only when it changes a binding.

@@ -58,9 +58,10 @@ private:
 
     // One open element. Frames are kept when popped, so their strings keep their room.
     struct SFrame {
-        DomString sLocalName;
+        // The qualified name as given, until the completed start tag gives it its final prefix.
+        DomString sName;
+        int nLocalStart = 0;  // where the local part of sName begins
         DomString sUri;
-        DomString sName;  // the qualified name given to the sink
         CNamespaceMap* pMap = nullptr;
         bool bOwnsMap = false;
         bool bPreserve = false;
@@ -73,8 +74,11 @@ private:
     SFrame& PushFrame();
     void CompleteStartTag();
     void DeclareNewNamespaces(const CNamespaceMap& map);
+    static DomStringView LocalName(const SFrame& frame) { return DomStringView(frame.sName).substr(frame.nLocalStart); }
+    DomStringView ChoosePrefix(DomStringView uri, bool isAttribute);
+    void NameElement(SFrame& frame);
     void MakeName(DomStringView uri, DomStringView localName, bool isAttribute, DomString& name);
-    void GeneratePrefix(SFrame& frame, DomStringView uri, DomString& prefix);
+    void GeneratePrefix(SFrame& frame, DomStringView uri);
     void OwnMap(SFrame& frame);
     void ReleaseMap(SFrame& frame);
     void BeginCollecting(ECollecting what);
@@ -98,6 +102,7 @@ private:
     TArray<DomChar> m_aText;
     TArray<CNamespaceMap*> m_aFreeMaps;  // maps of closed frames, kept for reuse
     DomString m_sPrefix;                 // scratch for generated prefixes
+    DomString m_sName;                   // scratch for renamed elements
 };
 
 }  // namespace XsltPrivate
