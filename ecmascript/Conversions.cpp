@@ -7,15 +7,15 @@
 namespace EcmaScript {
 
 TRefPtr<CValue> ToPrimitive(CValue* value, int hint) {
-    if (value->GetType() != TypeObject) return value;
+    if (value->GetTypeCode() != TypeObject) return value;
     TRefPtr<CValue> result = value->GetObject()->DefaultValue(hint);
-    int type = result->GetType();
+    int type = result->GetTypeCode();
     if (type == TypeObject || type == TypeReference) throw new CRuntimeError(CRuntimeError::IllegalDefaultValue, result);
     return result;
 }
 
 bool ToBoolean(CValue* value) {
-    switch (value->GetType()) {
+    switch (value->GetTypeCode()) {
         case TypeBoolean:
             return value->GetBoolean();
         case TypeString:
@@ -32,7 +32,7 @@ bool ToBoolean(CValue* value) {
 }
 
 CNumber ToNumber(CValue* value) {
-    switch (value->GetType()) {
+    switch (value->GetTypeCode()) {
         case TypeNumber:
             return value->GetNumber();
         case TypeNull:
@@ -51,7 +51,7 @@ CNumber ToNumber(CValue* value) {
 }
 
 DomString ToString(CValue* value) {
-    switch (value->GetType()) {
+    switch (value->GetTypeCode()) {
         case TypeString:
             return value->GetString();
         case TypeNumber:
@@ -71,7 +71,7 @@ DomString ToString(CValue* value) {
 
 TRefPtr<CObject> ToObject(CGlobalObject* global, CValue* value) {
     int builtin = -1;
-    switch (value->GetType()) {
+    switch (value->GetTypeCode()) {
         case TypeObject:
             return value->GetObject();
         case TypeBoolean:

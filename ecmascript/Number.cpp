@@ -13,13 +13,8 @@ namespace EcmaScript {
 
 namespace {
 
-const int64_t kSmallestInteger = -2147483647;
-const int64_t kLargestInteger = 2147483646;
-
-CNumber FromWide(int64_t value) {
-    if (value >= kSmallestInteger && value <= kLargestInteger) return CNumber::FromInteger(static_cast<int32_t>(value));
-    return CNumber::FromDouble(static_cast<double>(value));
-}
+const int64_t kSmallestInteger = CNumber::kSmallestInteger;
+const int64_t kLargestInteger = CNumber::kLargestInteger;
 
 // The ToUint32 rule on a double: 0 for NaN, infinities and zeros, else the floor of the
 // magnitude modulo 2^32, negated for a negative input.
@@ -106,25 +101,9 @@ uint32_t CNumber::GetUint32() const {
     return m_bInteger ? static_cast<uint32_t>(m_nInteger) : DoubleToUint32(m_dDouble);
 }
 
-bool CNumber::IsNaN() const { return !m_bInteger && std::isnan(m_dDouble); }
 bool CNumber::IsZero() const { return m_bInteger ? m_nInteger == 0 : m_dDouble == 0; }
 bool CNumber::IsPositiveInfinity() const { return !m_bInteger && std::isinf(m_dDouble) && m_dDouble > 0; }
 bool CNumber::IsNegativeInfinity() const { return !m_bInteger && std::isinf(m_dDouble) && m_dDouble < 0; }
-
-CNumber CNumber::Add(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return FromWide(static_cast<int64_t>(m_nInteger) + other.m_nInteger);
-    return FromDouble(GetDouble() + other.GetDouble());
-}
-
-CNumber CNumber::Subtract(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return FromWide(static_cast<int64_t>(m_nInteger) - other.m_nInteger);
-    return FromDouble(GetDouble() - other.GetDouble());
-}
-
-CNumber CNumber::Multiply(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return FromWide(static_cast<int64_t>(m_nInteger) * other.m_nInteger);
-    return FromDouble(GetDouble() * other.GetDouble());
-}
 
 CNumber CNumber::Divide(const CNumber& other) const { return FromDouble(GetDouble() / other.GetDouble()); }
 
@@ -204,27 +183,6 @@ CNumber CNumber::ToUint32() const {
 CNumber CNumber::ToUint16() const {
     if (m_bInteger) return FromInteger(static_cast<uint16_t>(m_nInteger));
     return FromDouble(static_cast<uint16_t>(DoubleToUint32(m_dDouble)));
-}
-
-bool CNumber::Less(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return m_nInteger < other.m_nInteger;
-    return GetDouble() < other.GetDouble();
-}
-bool CNumber::Greater(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return m_nInteger > other.m_nInteger;
-    return GetDouble() > other.GetDouble();
-}
-bool CNumber::LessEqual(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return m_nInteger <= other.m_nInteger;
-    return GetDouble() <= other.GetDouble();
-}
-bool CNumber::GreaterEqual(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return m_nInteger >= other.m_nInteger;
-    return GetDouble() >= other.GetDouble();
-}
-bool CNumber::Equal(const CNumber& other) const {
-    if (m_bInteger && other.m_bInteger) return m_nInteger == other.m_nInteger;
-    return GetDouble() == other.GetDouble();
 }
 
 // The integer form prints as an unsigned number ("%lu"), so -1 reads 4294967295; the double

@@ -1,6 +1,7 @@
 // The script number: an integer form (signed 32 bits) that keeps index loops free of floating
 // point, and a double form. Every operation stays in integer form where its rules allow.
 #pragma once
+#include <cmath>
 #include <cstdint>
 
 #include "core/DomString.h"
@@ -38,15 +39,32 @@ public:
     // The stored bits of the integer form, or the double cast through the ToUint32 rule.
     uint32_t GetUint32() const;
 
-    bool IsNaN() const;
+    bool IsNaN() const { return !m_bInteger && std::isnan(m_dDouble); }
     bool IsZero() const;
     bool IsPositiveInfinity() const;
     bool IsNegativeInfinity() const;
     bool IsFinite() const { return !IsNaN() && !IsPositiveInfinity() && !IsNegativeInfinity(); }
 
-    CNumber Add(const CNumber& other) const;
-    CNumber Subtract(const CNumber& other) const;
-    CNumber Multiply(const CNumber& other) const;
+    // The range of integer-form results of arithmetic; anything else goes to double form.
+    static const int32_t kSmallestInteger = -2147483647;
+    static const int32_t kLargestInteger = 2147483646;
+    static CNumber FromWide(int64_t value) {
+        if (value >= kSmallestInteger && value <= kLargestInteger) return FromInteger(static_cast<int32_t>(value));
+        return FromDouble(static_cast<double>(value));
+    }
+
+    CNumber Add(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return FromWide(static_cast<int64_t>(m_nInteger) + other.m_nInteger);
+        return FromDouble(GetDouble() + other.GetDouble());
+    }
+    CNumber Subtract(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return FromWide(static_cast<int64_t>(m_nInteger) - other.m_nInteger);
+        return FromDouble(GetDouble() - other.GetDouble());
+    }
+    CNumber Multiply(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return FromWide(static_cast<int64_t>(m_nInteger) * other.m_nInteger);
+        return FromDouble(GetDouble() * other.GetDouble());
+    }
     CNumber Divide(const CNumber& other) const;
     CNumber Modulo(const CNumber& other) const;
     CNumber ShiftLeft(const CNumber& other) const;
@@ -63,11 +81,26 @@ public:
     CNumber ToUint32() const;
     CNumber ToUint16() const;
 
-    bool Less(const CNumber& other) const;
-    bool Greater(const CNumber& other) const;
-    bool LessEqual(const CNumber& other) const;
-    bool GreaterEqual(const CNumber& other) const;
-    bool Equal(const CNumber& other) const;
+    bool Less(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return m_nInteger < other.m_nInteger;
+        return GetDouble() < other.GetDouble();
+    }
+    bool Greater(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return m_nInteger > other.m_nInteger;
+        return GetDouble() > other.GetDouble();
+    }
+    bool LessEqual(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return m_nInteger <= other.m_nInteger;
+        return GetDouble() <= other.GetDouble();
+    }
+    bool GreaterEqual(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return m_nInteger >= other.m_nInteger;
+        return GetDouble() >= other.GetDouble();
+    }
+    bool Equal(const CNumber& other) const {
+        if (m_bInteger && other.m_bInteger) return m_nInteger == other.m_nInteger;
+        return GetDouble() == other.GetDouble();
+    }
 
     void ToString(DomString& text) const;
     DomString ToString() const {

@@ -32,10 +32,9 @@ int CFunctionBody::FindFrameSlot(const CName& name) {
 }
 
 // Made at the first call, when the parser has collected all `var` names.
-const TArray<CFunctionBody::SFrameSlot>& CFunctionBody::GetFrame() {
-    if (m_bFrameReady) return m_aFrame;
+void CFunctionBody::MakeFrame() {
     static const CName argumentsName(u"arguments");
-    m_bFrameReady = true;
+    m_bFrameReady = true;  // FindFrameSlot below searches the frame made so far
     for (int i = 0; i < m_aParameters.GetSize(); ++i) {
         int slot = FindFrameSlot(m_aParameters[i]);
         if (slot >= 0) {
@@ -51,7 +50,6 @@ const TArray<CFunctionBody::SFrameSlot>& CFunctionBody::GetFrame() {
             m_aFrame.Add(SFrameSlot{name, -1});
         }
     }
-    return m_aFrame;
 }
 
 CProgram::CProgram() = default;

@@ -37,7 +37,10 @@ public:
         CName name;
         int nArgument;
     };
-    const TArray<SFrameSlot>& GetFrame();
+    const TArray<SFrameSlot>& GetFrame() {
+        if (!m_bFrameReady) MakeFrame();
+        return m_aFrame;
+    }
     // The slot of a name in the frame, or -1.
     int FindFrameSlot(const CName& name);
     bool DeclaresArguments() {
@@ -46,6 +49,8 @@ public:
     }
 
 private:
+    void MakeFrame();
+
     TArray<SFrameSlot> m_aFrame;
     bool m_bFrameReady = false;
     bool m_bDeclaresArguments = false;

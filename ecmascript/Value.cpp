@@ -16,10 +16,6 @@ CValue* MakeShared(A... arguments) {
     return value;
 }
 
-const int kSmallestCached = -128;
-const int kLargestCached = 1023;
-CValue* g_apSmallIntegers[kLargestCached - kSmallestCached + 1];
-
 }  // namespace
 
 void* CNumberValue::operator new(size_t size) {
@@ -51,12 +47,11 @@ CValue* CValue::Boolean(bool flag) {
     return flag ? trueValue : falseValue;
 }
 
-// Small integers are shared: loop counters and indexes then cost no allocation.
-TRefPtr<CValue> CValue::Number(const CNumber& number) {
-    if (number.IsInteger() && number.GetInteger() >= kSmallestCached && number.GetInteger() <= kLargestCached) {
-        CValue*& slot = g_apSmallIntegers[number.GetInteger() - kSmallestCached];
-        if (!slot) slot = MakeShared<CNumberValue>(number);
-        return slot;
+// The first use of a small integer makes its shared value.
+TRefPtr<CValue> CValue::MakeNumber(const CNumber& number) {
+    if (number.IsInteger()) {
+        uint32_t slot = static_cast<uint32_t>(number.GetInteger() - kSmallestCached);
+        if (slot < kCachedCount) return s_apSmallIntegers[slot] = MakeShared<CNumberValue>(number);
     }
     return new CNumberValue(number);
 }
@@ -65,11 +60,12 @@ TRefPtr<CValue> CValue::String(DomString text) { return new CStringValue(std::mo
 
 TRefPtr<CValue> CValue::Object(CObject* object) { return new CObjectValue(object); }
 
-CObjectValue::CObjectValue(CObject* object) : m_pObject(object) { m_pObject->AddRef(); }
+CObjectValue::CObjectValue(CObject* object) : CValue(TypeObject), m_pObject(object) { m_pObject->AddRef(); }
 
 CObjectValue::~CObjectValue() { m_pObject->Release(); }
 
-CReferenceValue::CReferenceValue(CObject* base, CName name) : m_reference{base, std::move(name)} {}
+CReferenceValue::CReferenceValue(CObject* base, CName name)
+    : CValue(TypeReference), m_reference{base, std::move(name)} {}
 
 CReferenceValue::~CReferenceValue() = default;
 

@@ -32,7 +32,10 @@ struct CReference {
 
 class CValue : public CRefObject {
 public:
-    virtual int GetType() const = 0;
+    explicit CValue(EValueType type) : m_nType(static_cast<uint8_t>(type)) {}
+    virtual int GetType() const { return m_nType; }
+    // The type code without a virtual call, for the hot paths of the operators.
+    int GetTypeCode() const { return m_nType; }
     virtual bool GetBoolean() const { return false; }
     virtual const DomString& GetString() const;
     virtual CNumber GetNumber() const { return CNumber(); }
@@ -46,26 +49,41 @@ public:
     static CValue* Undefined();
     static CValue* Null();
     static CValue* Boolean(bool value);
-    static TRefPtr<CValue> Number(const CNumber& number);
+    static TRefPtr<CValue> Number(const CNumber& number) {
+        if (number.IsInteger()) {
+            uint32_t slot = static_cast<uint32_t>(number.GetInteger() - kSmallestCached);
+            if (slot < kCachedCount && s_apSmallIntegers[slot]) return s_apSmallIntegers[slot];
+        }
+        return MakeNumber(number);
+    }
     static TRefPtr<CValue> Integer(int32_t value) { return Number(CNumber::FromInteger(value)); }
     static TRefPtr<CValue> String(DomString text);
     static TRefPtr<CValue> Object(CObject* object);
+
+private:
+    static TRefPtr<CValue> MakeNumber(const CNumber& number);
+
+    // Small integers are shared: loop counters and indexes then cost no allocation.
+    static const int kSmallestCached = -128;
+    static const uint32_t kCachedCount = 1024 + 128;
+    static inline CValue* s_apSmallIntegers[kCachedCount] = {};
+
+    uint8_t m_nType;
 };
 
 class CUndefinedValue : public CValue {
 public:
-    int GetType() const override { return TypeUndefined; }
+    CUndefinedValue() : CValue(TypeUndefined) {}
 };
 
 class CNullValue : public CValue {
 public:
-    int GetType() const override { return TypeNull; }
+    CNullValue() : CValue(TypeNull) {}
 };
 
 class CBooleanValue : public CValue {
 public:
-    explicit CBooleanValue(bool value) : m_bValue(value) {}
-    int GetType() const override { return TypeBoolean; }
+    explicit CBooleanValue(bool value) : CValue(TypeBoolean), m_bValue(value) {}
     bool GetBoolean() const override { return m_bValue; }
 
 private:
@@ -74,8 +92,7 @@ private:
 
 class CStringValue : public CValue {
 public:
-    explicit CStringValue(DomString text) : m_sText(std::move(text)) {}
-    int GetType() const override { return TypeString; }
+    explicit CStringValue(DomString text) : CValue(TypeString), m_sText(std::move(text)) {}
     const DomString& GetString() const override { return m_sText; }
 
 private:
@@ -84,9 +101,10 @@ private:
 
 class CNumberValue : public CValue {
 public:
-    explicit CNumberValue(const CNumber& number) : m_number(number) {}
-    int GetType() const override { return TypeNumber; }
+    explicit CNumberValue(const CNumber& number) : CValue(TypeNumber), m_number(number) {}
     CNumber GetNumber() const override { return m_number; }
+    // The number without a virtual call.
+    const CNumber& GetNumberDirect() const { return m_number; }
 
     // Arithmetic makes and drops a number value per step; freed blocks are kept for reuse.
     static void* operator new(size_t size);
@@ -100,7 +118,6 @@ class CObjectValue : public CValue {
 public:
     explicit CObjectValue(CObject* object);
     ~CObjectValue() override;
-    int GetType() const override { return TypeObject; }
     CObject* GetObject() const override { return m_pObject; }
 
 private:
@@ -111,7 +128,6 @@ class CReferenceValue : public CValue {
 public:
     CReferenceValue(CObject* base, CName name);
     ~CReferenceValue() override;
-    int GetType() const override { return TypeReference; }
     const CReference* GetReference() const override { return &m_reference; }
 
 private:
@@ -155,9 +171,8 @@ private:
 
 class CListValue : public CValue {
 public:
-    CListValue() = default;
-    explicit CListValue(CValueList values) : m_values(std::move(values)) {}
-    int GetType() const override { return TypeList; }
+    CListValue() : CValue(TypeList) {}
+    explicit CListValue(CValueList values) : CValue(TypeList), m_values(std::move(values)) {}
     const CValueList* GetList() const override { return &m_values; }
     CValueList& GetValues() { return m_values; }
 

@@ -74,23 +74,30 @@ struct STarget {
     }
 };
 
+// The numbers of two number values, read without virtual calls; false if either is none.
+bool ReadNumbers(CValue* left, CValue* right, CNumber& a, CNumber& b) {
+    if (left->GetTypeCode() != TypeNumber || right->GetTypeCode() != TypeNumber) return false;
+    a = static_cast<CNumberValue*>(left)->GetNumberDirect();
+    b = static_cast<CNumberValue*>(right)->GetNumberDirect();
+    return true;
+}
+
 // The relational comparison: true, false, or undefined (any NaN), given as 1, 0 and -1.
 int CompareValues(CValue* left, CValue* right) {
-    if (left->GetType() == TypeNumber && right->GetType() == TypeNumber) {
-        CNumber a = left->GetNumber(), b = right->GetNumber();
-        if (a.IsNaN() || b.IsNaN()) return -1;
-        return a.Less(b) ? 1 : 0;
+    CNumber x, y;
+    if (!ReadNumbers(left, right, x, y)) {
+        TRefPtr<CValue> a = ToPrimitive(left, HintNumber);
+        TRefPtr<CValue> b = ToPrimitive(right, HintNumber);
+        if (a->GetType() == TypeString && b->GetType() == TypeString) return a->GetString() < b->GetString() ? 1 : 0;
+        x = ToNumber(a);
+        y = ToNumber(b);
     }
-    TRefPtr<CValue> a = ToPrimitive(left, HintNumber);
-    TRefPtr<CValue> b = ToPrimitive(right, HintNumber);
-    if (a->GetType() == TypeString && b->GetType() == TypeString) return a->GetString() < b->GetString() ? 1 : 0;
-    CNumber x = ToNumber(a), y = ToNumber(b);
     if (x.IsNaN() || y.IsNaN()) return -1;
     return x.Less(y) ? 1 : 0;
 }
 
 bool EqualValues(CValue* x, CValue* y) {
-    int tx = x->GetType(), ty = y->GetType();
+    int tx = x->GetTypeCode(), ty = y->GetTypeCode();
     if (tx == ty) {
         switch (tx) {
             case TypeNumber: {
@@ -119,9 +126,8 @@ bool EqualValues(CValue* x, CValue* y) {
 }
 
 TRefPtr<CValue> AddValues(CValue* left, CValue* right) {
-    if (left->GetType() == TypeNumber && right->GetType() == TypeNumber) {
-        return NumberValue(left->GetNumber().Add(right->GetNumber()));
-    }
+    CNumber x, y;
+    if (ReadNumbers(left, right, x, y)) return NumberValue(x.Add(y));
     TRefPtr<CValue> a = ToPrimitive(left, HintNone);
     TRefPtr<CValue> b = ToPrimitive(right, HintNone);
     if (a->GetType() == TypeString || b->GetType() == TypeString) {
@@ -134,12 +140,14 @@ TRefPtr<CValue> AddValues(CValue* left, CValue* right) {
     return NumberValue(ToNumber(a).Add(ToNumber(b)));
 }
 
-using FNumberOperation = CNumber (CNumber::*)(const CNumber&) const;
-
-TRefPtr<CValue> ApplyNumbers(CValue* left, CValue* right, FNumberOperation operation) {
-    CNumber a = ToNumber(left);
-    CNumber b = ToNumber(right);
-    return NumberValue((a.*operation)(b));
+template <CNumber (CNumber::*Operation)(const CNumber&) const>
+TRefPtr<CValue> ApplyNumbers(CValue* left, CValue* right) {
+    CNumber a, b;
+    if (!ReadNumbers(left, right, a, b)) {
+        a = ToNumber(left);
+        b = ToNumber(right);
+    }
+    return NumberValue((a.*Operation)(b));
 }
 
 void WriteQuoted(DomString& text, const DomString& value) {
@@ -191,25 +199,25 @@ TRefPtr<CValue> Step(CExpression* operand, CContext& context, int delta, bool pr
 
 }  // namespace
 
-TRefPtr<CValue> SBitOr::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::BitOr); }
-TRefPtr<CValue> SBitXor::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::BitXor); }
-TRefPtr<CValue> SBitAnd::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::BitAnd); }
+TRefPtr<CValue> SBitOr::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::BitOr>(l, r); }
+TRefPtr<CValue> SBitXor::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::BitXor>(l, r); }
+TRefPtr<CValue> SBitAnd::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::BitAnd>(l, r); }
 TRefPtr<CValue> SEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(EqualValues(l, r)); }
 TRefPtr<CValue> SNotEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(!EqualValues(l, r)); }
 TRefPtr<CValue> SLess::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(l, r) == 1); }
 TRefPtr<CValue> SGreater::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(r, l) == 1); }
 TRefPtr<CValue> SLessEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(r, l) == 0); }
 TRefPtr<CValue> SGreaterEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(l, r) == 0); }
-TRefPtr<CValue> SShiftLeft::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::ShiftLeft); }
-TRefPtr<CValue> SShiftRight::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::ShiftRight); }
+TRefPtr<CValue> SShiftLeft::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::ShiftLeft>(l, r); }
+TRefPtr<CValue> SShiftRight::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::ShiftRight>(l, r); }
 TRefPtr<CValue> SShiftRightUnsigned::Apply(CValue* l, CValue* r) {
-    return ApplyNumbers(l, r, &CNumber::ShiftRightUnsigned);
+    return ApplyNumbers<&CNumber::ShiftRightUnsigned>(l, r);
 }
 TRefPtr<CValue> SAdd::Apply(CValue* l, CValue* r) { return AddValues(l, r); }
-TRefPtr<CValue> SSubtract::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::Subtract); }
-TRefPtr<CValue> SMultiply::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::Multiply); }
-TRefPtr<CValue> SDivide::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::Divide); }
-TRefPtr<CValue> SModulo::Apply(CValue* l, CValue* r) { return ApplyNumbers(l, r, &CNumber::Modulo); }
+TRefPtr<CValue> SSubtract::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::Subtract>(l, r); }
+TRefPtr<CValue> SMultiply::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::Multiply>(l, r); }
+TRefPtr<CValue> SDivide::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::Divide>(l, r); }
+TRefPtr<CValue> SModulo::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::Modulo>(l, r); }
 
 TRefPtr<CValue> CExpression::EvaluateValue(CContext& context) { return GetValue(Evaluate(context)); }
 
