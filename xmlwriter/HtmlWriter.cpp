@@ -167,8 +167,7 @@ void CHtmlWriter::WriteAttribute(const DomChar* name, const DomChar* value) {
     m_pOutput->WriteRaw(u"=\"");
     DomStringView valueText = value ? DomStringView(value) : DomStringView();
     if (flags & UriAttribute) {
-        EscapeUri(valueText);
-        valueText = m_sEscapedUri;
+        valueText = EscapeUri(valueText);
     }
     m_pOutput->WriteEscaped(valueText.data(), static_cast<int>(valueText.size()), kHtmlAttributeEscapes);
     m_pOutput->WriteRaw(u"\"");
@@ -176,10 +175,13 @@ void CHtmlWriter::WriteAttribute(const DomChar* name, const DomChar* value) {
 
 // Units below 0x100 stay as they are; others become "%" escapes of their UTF-8 bytes. The
 // second unit of each escape is the byte plus 0x37, not a hex digit: output that has always
-// been read this way must stay the same.
-void CHtmlWriter::EscapeUri(DomStringView value) {
-    m_sEscapedUri.clear();
-    for (size_t i = 0; i < value.size(); ++i) {
+// been read this way must stay the same. A value with nothing to escape is used as it is.
+DomStringView CHtmlWriter::EscapeUri(DomStringView value) {
+    size_t plain = 0;
+    while (plain < value.size() && value[plain] < 0x100) ++plain;
+    if (plain == value.size()) return value;
+    m_sEscapedUri.assign(value.substr(0, plain));
+    for (size_t i = plain; i < value.size(); ++i) {
         unsigned int unit = value[i];
         if (unit < 0x100) {
             m_sEscapedUri += static_cast<DomChar>(unit);
@@ -200,6 +202,7 @@ void CHtmlWriter::EscapeUri(DomStringView value) {
             m_sEscapedUri += static_cast<DomChar>(bytes[b] + 0x37);
         }
     }
+    return m_sEscapedUri;
 }
 
 }  // namespace XmlWriter

@@ -30,7 +30,7 @@ protected:
 private:
     bool IsHead(const SElementRow& row) const;
     void WriteMeta();
-    void EscapeUri(DomStringView value);
+    DomStringView EscapeUri(DomStringView value);
 
     XmlWriterPrivate::CHtmlNameTable* m_pElements;
     XmlWriterPrivate::CHtmlNameTable* m_pAttributes;

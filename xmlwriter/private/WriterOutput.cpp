@@ -232,12 +232,8 @@ void CWriterOutput::WriteRawWithReferences(const DomChar* units, int count) {
     }
 }
 
-void CWriterOutput::WriteMarkup(const DomChar* units, int count) {
-    int done = WriteRaw(units, count);
-    if (done < count) {
-        throw new XmlWriter::CWriterException(XmlWriter::CWriterException::UnsupportedCharacter,
-                                              DomString(1, units[done]));
-    }
+void CWriterOutput::RefuseCharacter(DomChar unit) {
+    throw new XmlWriter::CWriterException(XmlWriter::CWriterException::UnsupportedCharacter, DomString(1, unit));
 }
 
 // A surrogate pair becomes one reference of both units packed into 32 bits, high unit first,

@@ -59,7 +59,10 @@ public:
     // Text: what cannot be encoded becomes character references.
     void WriteRawWithReferences(const DomChar* units, int count);
     // Names, comments, instructions: what cannot be encoded is code 5 with that unit.
-    void WriteMarkup(const DomChar* units, int count);
+    void WriteMarkup(const DomChar* units, int count) {
+        int done = WriteRaw(units, count);
+        if (done < count) RefuseCharacter(units[done]);
+    }
     void WriteMarkup(DomStringView text) { WriteMarkup(text.data(), static_cast<int>(text.size())); }
     // A zero-terminated name or text, or null for none: its ASCII is copied while its end is sought.
     void WriteMarkup(const DomChar* text) {
@@ -100,6 +103,7 @@ private:
         return copied;
     }
     int WriteRun(const DomChar* units, int count);
+    [[noreturn]] static void RefuseCharacter(DomChar unit);
     void WriteReference(unsigned int value);
     // Hands the units to the encoder, flushing as the buffer fills; returns the units consumed.
     int Encode(const DomChar* units, int count);

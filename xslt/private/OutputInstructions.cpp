@@ -34,10 +34,11 @@ void WriteText(CExecutionContext& context, DomStringView text) {
 
 // Writes the namespace nodes in scope on a source element, except the xml binding.
 void CopyNamespaces(CExecutionContext& context, const Dom::CNode* element) {
+    constexpr DomStringView xmlPrefix = u"xml";
     int count = element->GetNamespaceCount();
     for (int i = 0; i < count; ++i) {
         const Dom::CNamespaceNode* binding = element->GetNamespaceAt(i);
-        if (binding->GetName() == u"xml") continue;
+        if (DomStringView(binding->GetName()) == xmlPrefix) continue;
         context.Namespace(binding->GetName(), binding->GetValue());
     }
 }
