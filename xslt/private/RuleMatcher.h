@@ -8,9 +8,13 @@
 //     bool ambiguous;
 //     CTemplate* rule = FindBestRule(m_aTemplates, context, mode, ambiguous);
 //     if (ambiguous) ... report recoverable code 23; if (!rule) ... ask the imports.
+// With many rules, a TRuleIndex (which also needs `const CPattern* GetPattern() const` and
+// `const SQName* GetMode() const`) narrows the rules to those that can match the node, and
+// FindBestRule runs over its candidates instead.
 #pragma once
 #include "core/Array.h"
 #include "core/RefObject.h"
+#include "xslt/private/EntryIndex.h"
 #include "xslt/private/Pattern.h"
 #include "xslt/private/QName.h"
 
@@ -27,13 +31,12 @@ bool MatchRule(const CPattern* pattern, const SQName* ruleMode, bool hasPriority
 
 // The rule of highest priority among `rules` in stored order, the last of equals; null if
 // none matches. `ambiguous` is true when the winning priority was reached more than once.
-template <class TRule>
-TRule* FindBestRule(const TArray<TRefPtr<TRule>>& rules, IPatternContext& context, const SQName* mode,
-                    bool& ambiguous) {
-    TRule* best = nullptr;
+template <class TRules>
+auto FindBestRule(const TRules& rules, IPatternContext& context, const SQName* mode, bool& ambiguous) {
+    decltype(&*rules[0]) best = nullptr;
     double bestPriority = 0;
     ambiguous = false;
-    for (TRule* rule : rules) {
+    for (const auto& rule : rules) {
         double priority;
         if (!rule->MatchRule(context, mode, priority)) continue;
         if (!best || priority > bestPriority) {
@@ -47,5 +50,101 @@ TRule* FindBestRule(const TArray<TRefPtr<TRule>>& rules, IPatternContext& contex
     }
     return best;
 }
+
+// The rules of a list that can match a node, by mode and by the node's name hash, each list in
+// stored order. A rule is a candidate for an element whose local name hashes to h when one of
+// its alternatives has name hash h or none; for any other node only through an alternative
+// without a name hash. Rules without a pattern never match and are left out. Every rule left
+// out would have been refused by MatchRule before any test of the node, so selecting from the
+// candidates gives the same rule, priority and ambiguity as selecting from the whole list.
+template <class TRule>
+class TRuleIndex {
+public:
+    using CRules = TArray<TRule*>;
+
+    bool IsBuilt() const { return m_bBuilt; }
+    void Build(const TArray<TRefPtr<TRule>>& rules) {
+        for (TRule* rule : rules) {
+            if (rule->GetPattern()) AddRule(rule);
+        }
+        for (SMode& mode : m_aModes) {
+            for (int i = 0; i < mode.aByHash.GetSize(); ++i) {
+                mode.index.Add(static_cast<unsigned int>(mode.aByHash[i].nHash), i);
+            }
+        }
+        m_bBuilt = true;
+    }
+
+    // The candidates for `mode` (null for the default mode) and a node of name hash `hash`
+    // (-1 for a node that is not an element).
+    const CRules& Find(const SQName* mode, int32_t hash) const {
+        static const CRules s_none;
+        const SMode* found = FindMode(mode);
+        if (!found) return s_none;
+        if (hash >= 0) {
+            int entry = found->index.FindLast(static_cast<unsigned int>(hash), [](int) { return true; });
+            if (entry >= 0) return found->aByHash[entry].aRules;
+        }
+        return found->aAnyName;
+    }
+
+private:
+    struct SByHash {
+        int32_t nHash;
+        CRules aRules;  // with those of aAnyName, in stored order
+    };
+    struct SMode {
+        const SQName* pMode;
+        CRules aAnyName;
+        TArray<SByHash> aByHash;
+        CEntryIndex index;  // hash -> entry of aByHash
+    };
+
+    static bool SameMode(const SQName* a, const SQName* b) { return a == b || (a && b && *a == *b); }
+
+    const SMode* FindMode(const SQName* mode) const {
+        for (const SMode& entry : m_aModes) {
+            if (SameMode(entry.pMode, mode)) return &entry;
+        }
+        return nullptr;
+    }
+
+    // Rules come in stored order, so appending keeps every list in stored order.
+    void AddRule(TRule* rule) {
+        SMode& mode = ModeOf(rule->GetMode());
+        const CPattern* pattern = rule->GetPattern();
+        bool anyName = false;
+        for (int i = 0; i < pattern->GetCount() && !anyName; ++i) anyName = pattern->GetPath(i)->GetNameHash() < 0;
+        if (anyName) {
+            mode.aAnyName.Add(rule);
+            for (SByHash& entry : mode.aByHash) entry.aRules.Add(rule);
+            return;
+        }
+        for (int i = 0; i < pattern->GetCount(); ++i) {
+            SByHash& entry = ByHash(mode, pattern->GetPath(i)->GetNameHash());
+            if (entry.aRules.IsEmpty() || entry.aRules.Last() != rule) entry.aRules.Add(rule);
+        }
+    }
+
+    SMode& ModeOf(const SQName* mode) {
+        for (SMode& entry : m_aModes) {
+            if (SameMode(entry.pMode, mode)) return entry;
+        }
+        m_aModes.Add(SMode{mode, CRules(), TArray<SByHash>(), CEntryIndex()});
+        return m_aModes.Last();
+    }
+
+    // A new hash starts with the rules for any name seen so far.
+    static SByHash& ByHash(SMode& mode, int32_t hash) {
+        for (SByHash& entry : mode.aByHash) {
+            if (entry.nHash == hash) return entry;
+        }
+        mode.aByHash.Add(SByHash{hash, mode.aAnyName});
+        return mode.aByHash.Last();
+    }
+
+    TArray<SMode> m_aModes;
+    bool m_bBuilt = false;
+};
 
 }  // namespace XsltPrivate

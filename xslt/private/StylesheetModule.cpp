@@ -288,10 +288,13 @@ CTemplate* CStylesheetModule::FindImportedRule(CExecutionContext& context, const
 }
 
 CTemplate* CStylesheetModule::FindOwnRule(CExecutionContext& context, const SQName* mode) {
+    if (!m_ruleIndex.IsBuilt()) m_ruleIndex.Build(m_aTemplates);
     CRunPatternHost host(context);
     CPatternContext patternContext(host, context.GetCurrentNode());
+    const TRuleIndex<CTemplate>::CRules& candidates = m_ruleIndex.Find(mode, patternContext.GetNameHash());
+    if (candidates.IsEmpty()) return nullptr;
     bool ambiguous;
-    CTemplate* best = FindBestRule(m_aTemplates, patternContext, mode, ambiguous);
+    CTemplate* best = FindBestRule(candidates, patternContext, mode, ambiguous);
     if (ambiguous) context.RaiseRecoverable(CXsltException::MultipleMatchingTemplateRules);
     return best;
 }

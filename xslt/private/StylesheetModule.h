@@ -9,6 +9,7 @@
 #include "xslt/private/CompileContext.h"
 #include "xslt/private/Declarations.h"
 #include "xslt/private/KeyDeclaration.h"
+#include "xslt/private/RuleMatcher.h"
 #include "xslt/private/Template.h"
 #include "xslt/private/VariableInstruction.h"
 
@@ -70,6 +71,7 @@ private:
     Dom::CElement* m_pRootElement = nullptr;
     TRefPtr<Xpath::CExpression> m_pBuiltInSelection;
     TArray<Dom::TNodeRef> m_aDocuments;  // imported and included documents, kept with the module
+    TRuleIndex<CTemplate> m_ruleIndex;   // built at the first rule lookup, when every template is in
 };
 
 }  // namespace XsltPrivate

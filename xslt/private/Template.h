@@ -24,6 +24,8 @@ public:
     // with which priority.
     bool MatchRule(IPatternContext& context, const SQName* mode, double& priority) const;
 
+    // The match pattern, or null for a template with a name only.
+    const CPattern* GetPattern() const { return m_pPattern; }
     bool HasName() const { return m_bHasName; }
     const SQName& GetTemplateName() const { return m_name; }
     CStylesheetModule* GetModule() const { return m_pModule; }
