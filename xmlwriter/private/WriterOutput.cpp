@@ -67,16 +67,18 @@ int NonAsciiRunEnd(const DomChar* units, int start, int count) {
 
 #if defined(__SSE2__)
 // Stores eight units as bytes at `out` and returns how many of them lead the first one that is
-// not ASCII or is escaped: 8 when there is none. The bytes from there on are of no use.
+// not ASCII or is escaped: 8 when there is none. The bytes from there on are of no use. Adding
+// 0x7F80 with saturation sets the top bit of exactly the lanes at or above 0x80.
 int CopyAsciiBlock(const DomChar* units, const SEscapes& escapes, unsigned char* out) {
+    static_assert(SEscapes::MaxEscaped == 5, "one comparison per row below");
+    const __m128i* rows = reinterpret_cast<const __m128i*>(escapes.aaEscapedBlocks);
     __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
-    __m128i stops = _mm_cmpeq_epi16(_mm_and_si128(block, _mm_set1_epi16(static_cast<short>(0xFF80))), _mm_setzero_si128());
-    stops = _mm_xor_si128(stops, _mm_set1_epi16(-1));
-    for (const auto& row : escapes.aaEscapedBlocks) {
-        stops = _mm_or_si128(stops, _mm_cmpeq_epi16(block, _mm_load_si128(reinterpret_cast<const __m128i*>(row))));
-    }
+    __m128i stops = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi16(block, rows[0]), _mm_cmpeq_epi16(block, rows[1])),
+                                 _mm_or_si128(_mm_cmpeq_epi16(block, rows[2]), _mm_cmpeq_epi16(block, rows[3])));
+    stops = _mm_or_si128(stops, _mm_cmpeq_epi16(block, rows[4]));
+    stops = _mm_or_si128(stops, _mm_adds_epu16(block, _mm_set1_epi16(0x7F80)));
     _mm_storel_epi64(reinterpret_cast<__m128i*>(out), _mm_packus_epi16(block, block));
-    unsigned int mask = static_cast<unsigned int>(_mm_movemask_epi8(stops));
+    unsigned int mask = static_cast<unsigned int>(_mm_movemask_epi8(stops)) & 0xAAAA;
     return mask ? std::countr_zero(mask) / 2 : 8;
 }
 #endif
