@@ -2,6 +2,7 @@
 #include "xmlwriter/private/WriterOutput.h"
 
 #include <bit>
+#include <cstring>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -297,7 +298,14 @@ void CWriterOutput::WriteEscaped(const DomChar* units, int count, const SEscapes
     }
 }
 
+// Indentation: with room in the buffer, the spaces are set there at once.
 void CWriterOutput::WriteSpaces(int count) {
+    if (count <= 0) return;
+    if (m_bAsciiAsBytes && count <= BufferSize - m_nBuffered) {
+        std::memset(m_pBuffer + m_nBuffered, ' ', count);
+        m_nBuffered += count;
+        return;
+    }
     static constexpr DomChar kSpaces[] = u"                                ";
     constexpr int kBlock = sizeof(kSpaces) / sizeof(kSpaces[0]) - 1;
     for (; count > kBlock; count -= kBlock) WriteRaw(kSpaces, kBlock);
