@@ -208,8 +208,7 @@ void CXmlWriter::WriteNamespace(const DomChar* prefix, const DomChar* uri) {
         m_pOutput->WriteMarkup(prefixText);
     }
     m_pOutput->WriteRaw(u"=\"");
-    DomStringView uriText = View(uri);
-    m_pOutput->WriteEscaped(uriText.data(), static_cast<int>(uriText.size()), kAttributeEscapes);
+    m_pOutput->WriteEscaped(uri, kAttributeEscapes);
     m_pOutput->WriteRaw(u"\"");
 }
 
@@ -217,8 +216,7 @@ void CXmlWriter::WriteAttributeText(const DomChar* name, const DomChar* value) {
     m_pOutput->WriteRaw(u" ");
     m_pOutput->WriteMarkup(name);
     m_pOutput->WriteRaw(u"=\"");
-    DomStringView valueText = View(value);
-    m_pOutput->WriteEscaped(valueText.data(), static_cast<int>(valueText.size()), kAttributeEscapes);
+    m_pOutput->WriteEscaped(value, kAttributeEscapes);
     m_pOutput->WriteRaw(u"\"");
 }
 

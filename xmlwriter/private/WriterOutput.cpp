@@ -49,7 +49,6 @@ constexpr SEscapes MakeNoEscapes() {
     return escapes;
 }
 
-constexpr SEscapes kNoEscapes = MakeNoEscapes();
 
 bool IsSurrogate(DomChar unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
@@ -100,6 +99,7 @@ bool EncodesAsciiAsBytes(Core::IEncoding* encoding) {
 
 }  // namespace
 
+const SEscapes kNoEscapes = MakeNoEscapes();
 const SEscapes kTextEscapes = MakeEscapes(false, true, false);
 const SEscapes kAttributeEscapes = MakeEscapes(true, true, false);
 const SEscapes kHtmlAttributeEscapes = MakeEscapes(true, false, true);

@@ -28,6 +28,15 @@ struct SEscapes {
     bool IsEscaped(DomChar unit) const { return unit < 0x40 && apReplacement[unit]; }
 };
 
+// Nothing: markup and raw text.
+extern const SEscapes kNoEscapes;
+// Text content: "&", "<", ">".
+extern const SEscapes kTextEscapes;
+// Attribute values: line feed, the double quote, "&", "<", ">".
+extern const SEscapes kAttributeEscapes;
+// HTML attribute values of HTML elements: as above, but "<" and "&{" stay.
+extern const SEscapes kHtmlAttributeEscapes;
+
 class CWriterOutput {
 public:
     static constexpr int BufferSize = 0x6000;
@@ -67,13 +76,21 @@ public:
     // A zero-terminated name or text, or null for none: its ASCII is copied while its end is sought.
     void WriteMarkup(const DomChar* text) {
         if (!text) return;
-        if (m_bAsciiAsBytes) text += CopyTerminatedAscii(text);
+        if (m_bAsciiAsBytes) text += CopyTerminatedAscii(text, kNoEscapes);
         if (*text) WriteMarkup(DomStringView(text));
     }
     // Writes references for the leading units that cannot be encoded; returns how many.
     int WriteUnencodableRun(const DomChar* units, int count);
     // Copies runs of plain units in one go and writes the replacement for the others.
     void WriteEscaped(const DomChar* units, int count, const SEscapes& escapes);
+    // The same for a zero-terminated text, or null for none.
+    void WriteEscaped(const DomChar* text, const SEscapes& escapes) {
+        if (!text) return;
+        if (m_bAsciiAsBytes) text += CopyTerminatedAscii(text, escapes);
+        if (!*text) return;
+        DomStringView rest(text);
+        WriteEscaped(rest.data(), static_cast<int>(rest.size()), escapes);
+    }
     void WriteSpaces(int count);
 
 private:
@@ -90,12 +107,13 @@ private:
         m_nBuffered += copied;
         return copied;
     }
-    // Copies ASCII up to the terminator, another unit or the end of the buffer; returns how much.
-    int CopyTerminatedAscii(const DomChar* text) {
+    // Copies ASCII that is not escaped up to the terminator, another unit or the end of the
+    // buffer; returns how much.
+    int CopyTerminatedAscii(const DomChar* text, const SEscapes& escapes) {
         unsigned char* out = m_pBuffer + m_nBuffered;
         int room = BufferSize - m_nBuffered;
         int copied = 0;
-        while (copied < room && static_cast<unsigned int>(text[copied] - 1) < 0x7F) {
+        while (copied < room && static_cast<unsigned int>(text[copied] - 1) < 0x7F && !escapes.IsEscaped(text[copied])) {
             out[copied] = static_cast<unsigned char>(text[copied]);
             ++copied;
         }
@@ -120,12 +138,5 @@ private:
     bool m_bAsciiAsBytes = false;
     bool m_bUtf8 = false;  // characters of the basic plane are encoded here, not by the encoding
 };
-
-// Text content: "&", "<", ">".
-extern const SEscapes kTextEscapes;
-// Attribute values: line feed, the double quote, "&", "<", ">".
-extern const SEscapes kAttributeEscapes;
-// HTML attribute values of HTML elements: as above, but "<" and "&{" stay.
-extern const SEscapes kHtmlAttributeEscapes;
 
 }  // namespace XmlWriterPrivate
