@@ -111,11 +111,6 @@ TRefPtr<CValue> CInterpreter::Eval(CValue* code) {
         throw new CRuntimeError(CRuntimeError::EvalSyntaxError, code);
     }
     if (parser.HasErrors()) throw new CRuntimeError(CRuntimeError::EvalSyntaxError, code);
-    EnterCall();
-    struct SLeave {
-        CInterpreter* interpreter;
-        ~SLeave() { interpreter->LeaveCall(); }
-    } leave{this};
     CContext globalContext(m_pGlobal);
     CContext context(m_pCurrentContext ? *m_pCurrentContext : globalContext);
     CRunningContext running(this, &context);

@@ -36,6 +36,7 @@ public:
         m_pCurrentContext = context;
         return previous;
     }
+    // Runs `code` in the current context; the call of the built-in "eval" counts its nesting.
     TRefPtr<CValue> Eval(CValue* code);
     // Defines the functions and `var` names of code on the variable object of `context`.
     static void Hoist(CContext& context, const TArray<TRefPtr<CFunctionBody>>& functions,
@@ -53,6 +54,18 @@ private:
     CContext* m_pCurrentContext = nullptr;
     int m_nCallDepth = 0;
     uintptr_t m_nStackBase = 0;
+};
+
+// One nested call counted for the lifetime of the scope: EnterCall, and LeaveCall at its end.
+class CNestedCall {
+public:
+    explicit CNestedCall(CInterpreter* interpreter) : m_pInterpreter(interpreter) { m_pInterpreter->EnterCall(); }
+    ~CNestedCall() { m_pInterpreter->LeaveCall(); }
+    CNestedCall(const CNestedCall&) = delete;
+    CNestedCall& operator=(const CNestedCall&) = delete;
+
+private:
+    CInterpreter* m_pInterpreter;
 };
 
 }  // namespace EcmaScript

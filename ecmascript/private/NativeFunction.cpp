@@ -2,6 +2,7 @@
 #include "ecmascript/private/NativeFunction.h"
 
 #include "ecmascript/GlobalObject.h"
+#include "ecmascript/Interpreter.h"
 
 namespace EcmaScriptPrivate {
 
@@ -14,7 +15,12 @@ CNativeFunction::CNativeFunction(CObject* owner, int index, int length)
     DefineValue(u"length", CValue::Integer(length), ReadOnly | DontEnum | DontDelete);
 }
 
+// Counted as a nested call: built-ins call each other without script code between them, as
+// `join` on an array that holds itself does through `toString`.
 TRefPtr<CValue> CNativeFunction::Call(CObject* thisObject, const CValueList& arguments) {
+    CGlobalObject* global = GetGlobal();
+    if (!global || !global->GetInterpreter()) return m_pOwner->CallNative(m_nIndex, thisObject, arguments);
+    CNestedCall call(global->GetInterpreter());
     return m_pOwner->CallNative(m_nIndex, thisObject, arguments);
 }
 

@@ -53,3 +53,7 @@ while (true) doubling = doubling + doubling;
 var big = new Array(30000);
 for (var i = 0; i < 30000; i++) big[i] = "0123456789";
 var joined = big.join(big.join());
+//---
+var itself = new Array(1);
+itself[0] = itself;
+print(itself.join());
