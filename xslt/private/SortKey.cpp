@@ -63,6 +63,34 @@ const SRankTables kRankTables;
 
 bool IsBlank(DomChar c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
 
+bool IsDigit(DomChar c) { return c >= u'0' && c <= u'9'; }
+
+// The common key texts, an optional minus, digits and an optional fraction with digits on
+// both sides, 15 digits at most, read without the C library. Digits and power of ten are then
+// exact doubles, so their one quotient is the correctly rounded value that strtod gives.
+bool ReadPlainDecimal(DomStringView text, double& value) {
+    static const double s_aPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const bool negative = !text.empty() && text[0] == u'-';
+    if (negative) text.remove_prefix(1);
+    int64_t digits = 0;
+    int count = 0;
+    int fraction = -1;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == u'.' && fraction < 0 && i > 0 && i + 1 < text.size()) {
+            fraction = 0;
+            continue;
+        }
+        if (!IsDigit(text[i]) || ++count > 15) return false;
+        digits = digits * 10 + (text[i] - u'0');
+        if (fraction >= 0) ++fraction;
+    }
+    if (count == 0) return false;
+    value = static_cast<double>(digits);
+    if (fraction > 0) value /= s_aPowers[fraction];
+    if (negative) value = -value;
+    return true;
+}
+
 }  // namespace
 
 bool CSortKeyInfo::Read(const DomString* lang, const DomString* dataType, const DomString* order,
@@ -104,18 +132,34 @@ int CompareSortText(DomStringView a, DomStringView b, const uint32_t* ranks) {
     return b.size() == length ? 0 : -1;
 }
 
+void RankSortText(DomString& text, const uint32_t* ranks) {
+    for (DomChar& unit : text) {
+        if (unit < 0x100) unit = static_cast<DomChar>(ranks[unit]);
+    }
+}
+
 double ReadSortNumber(DomStringView text) {
     while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
     while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
     if (text.empty()) return 0;
-    std::string ascii(text.size(), '\0');
+    double value;
+    if (ReadPlainDecimal(text, value)) return value;
+    // Short texts are narrowed on the stack.
+    char buffer[64];
+    std::string longText;
+    char* ascii = buffer;
+    if (text.size() >= sizeof buffer) {
+        longText.resize(text.size());
+        ascii = longText.data();
+    }
     for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] == 0 || text[i] > 0x7F) return 0;
         ascii[i] = static_cast<char>(text[i]);
     }
+    ascii[text.size()] = '\0';
     char* end = nullptr;
-    double value = std::strtod(ascii.c_str(), &end);
-    if (end != ascii.c_str() + ascii.size() || std::isnan(value)) return 0;
+    value = std::strtod(ascii, &end);
+    if (end != ascii + text.size() || std::isnan(value)) return 0;
     return value;
 }
 

@@ -32,6 +32,10 @@ const uint32_t* GetSortRanks(int32_t caseOrder);
 // sorts first.
 int CompareSortText(DomStringView a, DomStringView b, const uint32_t* ranks);
 
+// Replaces each unit below U+0100 by its rank. Every rank is below U+0100 too, so rank texts
+// compare by code units exactly as CompareSortText compares the texts they came from.
+void RankSortText(DomString& text, const uint32_t* ranks);
+
 // The number a key string sorts as: the trimmed text read whole by the C library, exponents
 // included; anything that does not read, NaN included, counts as 0.
 double ReadSortNumber(DomStringView text);

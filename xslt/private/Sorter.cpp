@@ -1,25 +1,9 @@
-// Rows of key strings sorted with the program's quicksort over a permutation of row numbers.
+// Rows of key strings sorted by an introspective quicksort over a permutation of row numbers.
 #include "xslt/private/Sorter.h"
 
-#include "core/Sort.h"
+#include <algorithm>
 
 namespace XsltPrivate {
-
-// The quicksort's view of a sorter: items are places in the permutation.
-class CRowOrder : public Core::ISortable {
-public:
-    explicit CRowOrder(CSorter& sorter) : m_sorter(sorter) {}
-    int GetSize() override { return m_sorter.m_aOrder.GetSize(); }
-    int Compare(int i, int j) override { return m_sorter.CompareRows(m_sorter.m_aOrder[i], m_sorter.m_aOrder[j]); }
-    void Swap(int i, int j) override {
-        int32_t row = m_sorter.m_aOrder[i];
-        m_sorter.m_aOrder[i] = m_sorter.m_aOrder[j];
-        m_sorter.m_aOrder[j] = row;
-    }
-
-private:
-    CSorter& m_sorter;
-};
 
 namespace {
 
@@ -61,7 +45,14 @@ void CSorter::AddNode(Dom::CNode* node, TArray<DomString>& keys) {
     for (int k = 0; k < count; ++k) {
         DomString text;
         if (k < keys.GetSize()) text = std::move(keys[k]);
-        m_aNumbers.Add(m_aKeys[k].m_nDataType == CSortKeyInfo::Number ? ReadSortNumber(text) : 0.0);
+        const CSortKeyInfo& key = m_aKeys[k];
+        if (key.m_nDataType == CSortKeyInfo::Number) {
+            m_aNumbers.Add(ReadSortNumber(text));
+            text.clear();
+        } else {
+            m_aNumbers.Add(0.0);
+            RankSortText(text, GetSortRanks(key.m_nCaseOrder));
+        }
         m_aStrings.Add(std::move(text));
     }
     m_bSorted = false;
@@ -77,7 +68,7 @@ int CSorter::CompareRows(int32_t a, int32_t b) const {
             double x = m_aNumbers[ia], y = m_aNumbers[ib];
             result = x < y ? -1 : (x > y ? 1 : 0);
         } else {
-            result = CompareSortText(m_aStrings[ia], m_aStrings[ib], GetSortRanks(key.m_nCaseOrder));
+            result = m_aStrings[ia].compare(m_aStrings[ib]);
         }
         if (result != 0) return key.m_nOrder == CSortKeyInfo::Descending ? -result : result;
     }
@@ -88,8 +79,8 @@ void CSorter::Sort() {
     if (m_bSorted) return;
     m_bSorted = true;
     if (m_aKeys.IsEmpty()) return;
-    CRowOrder order(*this);
-    Core::Sort(order);
+    // The order is total, so any correct sort gives the one result.
+    std::sort(m_aOrder.begin(), m_aOrder.end(), [this](int32_t a, int32_t b) { return CompareRows(a, b) < 0; });
 }
 
 void CSorter::CreateCursor(TRefPtr<Xpath::CNodeIterator>& cursor) {

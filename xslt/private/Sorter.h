@@ -37,11 +37,10 @@ public:
     int CompareRows(int32_t a, int32_t b) const;
 
 private:
-    friend class CRowOrder;
-
     TArray<CSortKeyInfo> m_aKeys;
     TArray<Dom::TNodeRef> m_aNodes;
-    // Key strings row by row, and for number keys the numbers they read as.
+    // Key cells row by row: text keys as their rank texts (see RankSortText), and for number
+    // keys the numbers they read as, their strings then left empty.
     TArray<DomString> m_aStrings;
     TArray<double> m_aNumbers;
     // Row numbers in sorted order; a row's insertion number is its index in m_aNodes.
