@@ -43,6 +43,14 @@ protected:
         Dom::CNode* node = context->GetNode();
         return node ? node->GetStringValue() : DomString();
     }
+    // Argument `index` as text without a copy where it is a string already; other values are
+    // converted into `buffer`, which the view then shows.
+    static DomStringView Text(CContext* context, const CArguments& arguments, int index, DomString& buffer) {
+        if (index < arguments.GetSize() && arguments[index]->GetType() == TypeString)
+            return static_cast<const CStringValue*>(arguments[index].Get())->GetText();
+        buffer = String(context, arguments, index);
+        return buffer;
+    }
     static CNumber Number(CContext* context, const CArguments& arguments, int index) {
         if (index < arguments.GetSize()) return CConverter(context).ToNumber(arguments[index]);
         return CConverter::StringToNumber(String(context, arguments, index));
@@ -162,36 +170,41 @@ KST_CORE_FUNCTION(CNameFunction, u"name", 0, 1) {
 KST_CORE_FUNCTION(CStringFunction, u"string", 0, 1) { result = new CStringValue(String(context, arguments, 0)); }
 
 KST_CORE_FUNCTION(CConcatFunction, u"concat", 2, -1) {
-    DomString text;
-    for (int i = 0; i < arguments.GetSize(); ++i) text += String(context, arguments, i);
+    DomString text, buffer;
+    for (int i = 0; i < arguments.GetSize(); ++i) text += Text(context, arguments, i, buffer);
     result = new CStringValue(std::move(text));
 }
 
 KST_CORE_FUNCTION(CStartsWithFunction, u"starts-with", 2, 2) {
-    DomString text = String(context, arguments, 0), prefix = String(context, arguments, 1);
-    result = new CBooleanValue(text.compare(0, prefix.size(), prefix) == 0);
+    DomString textBuffer, prefixBuffer;
+    DomStringView text = Text(context, arguments, 0, textBuffer), prefix = Text(context, arguments, 1, prefixBuffer);
+    result = new CBooleanValue(text.starts_with(prefix));
 }
 
 KST_CORE_FUNCTION(CContainsFunction, u"contains", 2, 2) {
-    DomString text = String(context, arguments, 0), part = String(context, arguments, 1);
-    result = new CBooleanValue(text.find(part) != DomString::npos);
+    DomString textBuffer, partBuffer;
+    DomStringView text = Text(context, arguments, 0, textBuffer), part = Text(context, arguments, 1, partBuffer);
+    result = new CBooleanValue(text.find(part) != DomStringView::npos);
 }
 
 KST_CORE_FUNCTION(CSubstringBeforeFunction, u"substring-before", 2, 2) {
-    DomString text = String(context, arguments, 0), part = String(context, arguments, 1);
+    DomString textBuffer, partBuffer;
+    DomStringView text = Text(context, arguments, 0, textBuffer), part = Text(context, arguments, 1, partBuffer);
     size_t at = text.find(part);
-    result = new CStringValue(at == DomString::npos ? DomString() : text.substr(0, at));
+    result = new CStringValue(at == DomStringView::npos ? DomString() : DomString(text.substr(0, at)));
 }
 
 KST_CORE_FUNCTION(CSubstringAfterFunction, u"substring-after", 2, 2) {
-    DomString text = String(context, arguments, 0), part = String(context, arguments, 1);
+    DomString textBuffer, partBuffer;
+    DomStringView text = Text(context, arguments, 0, textBuffer), part = Text(context, arguments, 1, partBuffer);
     size_t at = text.find(part);
-    result = new CStringValue(at == DomString::npos ? DomString() : text.substr(at + part.size()));
+    result = new CStringValue(at == DomStringView::npos ? DomString() : DomString(text.substr(at + part.size())));
 }
 
 // Start and length are rounded separately; NaN anywhere gives "".
 KST_CORE_FUNCTION(CSubstringFunction, u"substring", 2, 3) {
-    DomString text = String(context, arguments, 0);
+    DomString buffer;
+    DomStringView text = Text(context, arguments, 0, buffer);
     CNumber start = Number(context, arguments, 1).Round();
     CNumber end = arguments.GetSize() == 3 ? start + Number(context, arguments, 2).Round()
                                            : CNumber(static_cast<double>(text.size()) + 1);
@@ -199,15 +212,17 @@ KST_CORE_FUNCTION(CSubstringFunction, u"substring", 2, 3) {
     if (!SubstringBounds(start, end, text.size(), first, last) || last <= first)
         result = new CStringValue(DomString());
     else
-        result = new CStringValue(text.substr(first, last - first));
+        result = new CStringValue(DomString(text.substr(first, last - first)));
 }
 
 KST_CORE_FUNCTION(CStringLengthFunction, u"string-length", 0, 1) {
-    result = new CNumberValue(static_cast<double>(String(context, arguments, 0).size()));
+    DomString buffer;
+    result = new CNumberValue(static_cast<double>(Text(context, arguments, 0, buffer).size()));
 }
 
 KST_CORE_FUNCTION(CNormalizeSpaceFunction, u"normalize-space", 0, 1) {
-    DomString text = String(context, arguments, 0), normal;
+    DomString buffer, normal;
+    DomStringView text = Text(context, arguments, 0, buffer);
     normal.reserve(text.size());
     for (size_t i = 0, n = text.size(); i < n;) {
         while (i < n && CScanner::IsWhitespace(text[i])) ++i;
@@ -215,19 +230,20 @@ KST_CORE_FUNCTION(CNormalizeSpaceFunction, u"normalize-space", 0, 1) {
         while (i < n && !CScanner::IsWhitespace(text[i])) ++i;
         if (i == start) break;
         if (!normal.empty()) normal += u' ';
-        normal.append(text, start, i - start);
+        normal.append(text.substr(start, i - start));
     }
     result = new CStringValue(std::move(normal));
 }
 
 // The first place of a unit in `from` decides; a place beyond `to` removes the unit.
 KST_CORE_FUNCTION(CTranslateFunction, u"translate", 3, 3) {
-    DomString text = String(context, arguments, 0), from = String(context, arguments, 1),
-              to = String(context, arguments, 2), translated;
+    DomString textBuffer, fromBuffer, toBuffer, translated;
+    DomStringView text = Text(context, arguments, 0, textBuffer), from = Text(context, arguments, 1, fromBuffer),
+                  to = Text(context, arguments, 2, toBuffer);
     translated.reserve(text.size());
     for (DomChar c : text) {
         size_t at = from.find(c);
-        if (at == DomString::npos)
+        if (at == DomStringView::npos)
             translated += c;
         else if (at < to.size())
             translated += to[at];
