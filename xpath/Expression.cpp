@@ -2,6 +2,8 @@
 // `or` and `and` evaluate their right side only when needed.
 #include "xpath/Expression.h"
 
+#include <memory>
+
 #include "xpath/Context.h"
 #include "xpath/Converter.h"
 #include "xpath/Value.h"
@@ -24,25 +26,25 @@ bool EvaluateBoolean(const CExpression* expression, CContext* context) {
 }
 
 // Argument lists are kept between calls, one per depth of nested calls, so that a call
-// allocates no list once the depth has been reached before.
+// allocates no list once the depth has been reached before. The lists stay where they are
+// while deeper ones are added, since an outer call holds its own.
 class CArgumentList {
 public:
     explicit CArgumentList(int count) {
-        if (!s_aSpare.IsEmpty()) {
-            m_aValues = std::move(s_aSpare.Last());
-            s_aSpare.RemoveLast();
-        }
-        m_aValues.SetSize(count);
+        if (s_nDepth == s_aLists.GetSize()) s_aLists.Add(std::make_unique<TArray<TRefPtr<CValue>>>());
+        m_pValues = s_aLists[s_nDepth++].get();
+        m_pValues->SetSize(count);
     }
     ~CArgumentList() {
-        m_aValues.Clear();
-        s_aSpare.Add(std::move(m_aValues));
+        m_pValues->Clear();
+        --s_nDepth;
     }
-    TArray<TRefPtr<CValue>>& GetValues() { return m_aValues; }
+    TArray<TRefPtr<CValue>>& GetValues() { return *m_pValues; }
 
 private:
-    static inline TArray<TArray<TRefPtr<CValue>>> s_aSpare;
-    TArray<TRefPtr<CValue>> m_aValues;
+    static inline TArray<std::unique_ptr<TArray<TRefPtr<CValue>>>> s_aLists;
+    static inline int s_nDepth = 0;
+    TArray<TRefPtr<CValue>>* m_pValues;
 };
 
 bool EvaluateComparison(int op, const CExpression* left, const CExpression* right, CContext* context) {
