@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "core/Hash.h"
 #include "xpath/Expression.h"
 
 namespace Xpath {
@@ -43,8 +44,12 @@ bool CNamespaceTest::Matches(CContext* context, const Dom::CNode* node) const {
     return UriOf(node) == ResolveInBuffer(context, m_sPrefix);
 }
 
-// Elements and attributes are read from their records directly: this runs for every node a
-// step walks, and most candidates fail on the length of the local name.
+CNameTest::CNameTest(DomString prefix, DomString localName)
+    : m_sPrefix(std::move(prefix)), m_sLocalName(std::move(localName)), m_nLocalHash(Core::HashText(m_sLocalName)) {}
+
+// Elements and attributes are read from their records directly, since this runs for every node
+// a step walks. Most candidates fail on the length of the local name; of the rest, a name
+// without a prefix is its own local name, so its record's hash must be the test's.
 bool CNameTest::Matches(CContext* context, const Dom::CNode* node) const {
     const Dom::CName* name;
     int type = node->GetNodeType();
@@ -54,6 +59,9 @@ bool CNameTest::Matches(CContext* context, const Dom::CNode* node) const {
         name = static_cast<const Dom::CAttr*>(node)->m_pName;
     else
         return type == Dom::NAMESPACE_NODE && MatchesName(context, NameOf(node), UriOf(node));
+    size_t length = name->m_sLocalName.size();
+    if (length != m_sLocalName.size() || (name->m_sQualifiedName.size() == length && name->m_nHash != m_nLocalHash))
+        return false;
     return MatchesName(context, name->m_sLocalName, name->m_sNamespaceUri);
 }
 

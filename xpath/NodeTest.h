@@ -52,8 +52,7 @@ private:
 // `prefix:local` or `local`; no default namespace applies.
 class CNameTest : public CNodeTest {
 public:
-    CNameTest(DomString prefix, DomString localName)
-        : m_sPrefix(std::move(prefix)), m_sLocalName(std::move(localName)) {}
+    CNameTest(DomString prefix, DomString localName);
     int32_t GetKind() const override { return TestName; }
     bool Matches(CContext* context, const Dom::CNode* node) const override;
     void GetLocalName(DomString& name) const override { name = m_sLocalName; }
@@ -65,6 +64,7 @@ private:
 
     DomString m_sPrefix;
     DomString m_sLocalName;
+    unsigned int m_nLocalHash;  // as the name records hash their qualified names
 };
 
 class CCommentTest : public CNodeTest {

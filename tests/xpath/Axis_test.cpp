@@ -119,6 +119,22 @@ TEST(NodeTest, TypesAndNames) {
     for (auto& row : rows) EXPECT_EQ(evaluator.Nodes(row[0]), row[1]) << row[0];
 }
 
+TEST(NodeTest, NamesOfEqualLengthAndPrefixedNamesAreToldApart) {
+    CEvaluator evaluator(
+        "<r xmlns:p=\"urn:p\"><ab/><ba/><p:ab/><abc p:ab=\"1\" ab=\"2\" ba=\"3\"/><p:abc/></r>");
+    const char* rows[][2] = {
+        {"/r/ab", "ab"},
+        {"/r/ba", "ba"},
+        {"/r/p:ab", "p:ab"},
+        {"/r/abc", "abc"},
+        {"/r/p:abc", "p:abc"},
+        {"/r/*/@ab", "@ab"},
+        {"/r/*/@p:ab", "@p:ab"},
+        {"/r/*/@ba", "@ba"},
+    };
+    for (auto& row : rows) EXPECT_EQ(evaluator.Nodes(row[0]), row[1]) << row[0];
+}
+
 TEST(NodeTest, UnknownPrefixFailsOnlyWhenANodeIsTested) {
     CEvaluator evaluator("<r><e/><bar/></r>");
     EXPECT_EQ(evaluator.Failure("/r/e/foo:*"), "");
