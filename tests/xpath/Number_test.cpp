@@ -33,6 +33,10 @@ TEST(Number, ParsesOnlyPlainDecimalsWithOptionalMinusAndBlanks) {
         {"1", 1},     {" 12 ", 12},   {"-.5", -0.5},  {"5.", 5},       {"\t\r\n3\n", 3}, {"-0", -0.0},
         {"", NAN},    {" ", NAN},     {"+1", NAN},    {"1e3", NAN},    {".", NAN},       {"-", NAN},
         {"1 2", NAN}, {"0x10", NAN},  {"1.2.3", NAN}, {"- 1", NAN},    {"Infinity", NAN}, {"\xA0" "1", NAN},
+        // Short and long digit strings round to the nearest double alike.
+        {"0.1", 0.1}, {"12345.678901", 12345.678901}, {"-999999999999999", -999999999999999.0},
+        {"1234567890123456789", 1234567890123456789.0}, {"0.30000000000000004", 0.30000000000000004},
+        {"00000000000000000000001.5", 1.5}, {"0.0000000000000000000000123", 1.23e-23},
     };
     for (auto& row : rows) {
         CNumber number = Xpath::CConverter::StringToNumber(U(row.text));
