@@ -34,7 +34,8 @@ private:
 }  // namespace
 
 CExecutionContext::CExecutionContext(CRuntime* runtime, CResultTree* result)
-    : m_pRuntime(runtime), m_pResult(result), m_pOwnFrame(new CVariableFrame(runtime)) {
+    : m_pRuntime(runtime), m_pResult(result) {
+    runtime->TakeFrame(m_pOwnFrame);
     m_pFrame = m_pOwnFrame;
     m_nFlags |= OpenedFrame;
     Enter();
@@ -50,7 +51,7 @@ CExecutionContext::CExecutionContext(CExecutionContext& parent, CInstruction* in
       m_pCurrentTemplate(parent.m_pCurrentTemplate),
       m_pParent(&parent) {
     if (newFrame) {
-        m_pOwnFrame = new CVariableFrame(m_pRuntime);
+        m_pRuntime->TakeFrame(m_pOwnFrame);
         m_pFrame = m_pOwnFrame;
         m_nFlags |= OpenedFrame;
     }
@@ -94,7 +95,9 @@ CExecutionContext::CExecutionContext(CExecutionContext& outermost, CInstruction*
     Enter();
 }
 
-CExecutionContext::~CExecutionContext() = default;
+CExecutionContext::~CExecutionContext() {
+    if (m_pOwnFrame) m_pRuntime->GiveBackFrame(m_pOwnFrame);
+}
 
 void CExecutionContext::Enter() {
     m_nFrameMark = m_pFrame->GetMark();
@@ -132,8 +135,14 @@ void CExecutionContext::MakeXpathContext(TRefPtr<Xpath::CContext>& context) {
     }
     Xpath::INamespaceResolver* namespaces = instruction ? instruction->GetNamespaces() : nullptr;
     if (!namespaces) namespaces = m_pRuntime->GetEmptyNamespaces();
-    context = new Xpath::CContext(m_pNodes, m_pFrame, m_pRuntime->GetFunctions(), namespaces,
-                                  m_pRuntime->GetNodeOrder(), m_pRuntime->GetExtensionTypes());
+    Xpath::CContext* shared = m_pFrame->m_pXpathContext;
+    if (shared && shared->GetIterator() == m_pNodes && shared->GetNamespaces() == namespaces) {
+        context = shared;
+    } else {
+        context = new Xpath::CContext(m_pNodes, m_pFrame, m_pRuntime->GetFunctions(), namespaces,
+                                      m_pRuntime->GetNodeOrder(), m_pRuntime->GetExtensionTypes());
+        m_pFrame->m_pXpathContext = context;
+    }
     if (instruction) {
         if (!instruction->m_pXpathContext) m_pRuntime->NoteCachedContext(instruction);
         instruction->m_pXpathContext = context;

@@ -78,7 +78,36 @@ CRuntime::CRuntime(CStylesheetModule* root, Xslt::CEnvironment* environment, CLo
 
 CRuntime::~CRuntime() {
     for (CInstruction* instruction : m_aCachingInstructions) instruction->m_pXpathContext = nullptr;
+    m_pGlobalFrame->Reset();
     GetKeyTable()->Clear();
+}
+
+void CRuntime::TakeFrame(TRefPtr<CVariableFrame>& frame) {
+    if (m_aSpareFrames.IsEmpty()) {
+        frame = new CVariableFrame(this);
+        return;
+    }
+    frame = std::move(m_aSpareFrames.Last());
+    m_aSpareFrames.RemoveLast();
+}
+
+void CRuntime::GiveBackFrame(CVariableFrame* frame) {
+    frame->Reset();
+    m_aSpareFrames.Add(frame);
+}
+
+void CRuntime::TakeParameters(TRefPtr<CBoundParameters>& parameters) {
+    if (m_aSpareParameters.IsEmpty()) {
+        parameters = new CBoundParameters();
+        return;
+    }
+    parameters = std::move(m_aSpareParameters.Last());
+    m_aSpareParameters.RemoveLast();
+}
+
+void CRuntime::GiveBackParameters(CBoundParameters* parameters) {
+    parameters->Clear();
+    m_aSpareParameters.Add(parameters);
 }
 
 template <class F>

@@ -78,6 +78,16 @@ public:
     CBoundParameters* GetCurrentParameters() const { return m_pCurrentParameters; }
     void SetCurrentParameters(CBoundParameters* parameters) { m_pCurrentParameters = parameters; }
 
+    // An empty frame for a template invocation. Frames are reused in the order the invocations
+    // end, which spares an allocation per invocation and lets an invocation find the expression
+    // contexts of the last one on its frame.
+    void TakeFrame(TRefPtr<CVariableFrame>& frame);
+    // Takes back a frame from TakeFrame, emptied.
+    void GiveBackFrame(CVariableFrame* frame);
+    // The same for the with-parameters of a template call.
+    void TakeParameters(TRefPtr<CBoundParameters>& parameters);
+    void GiveBackParameters(CBoundParameters* parameters);
+
     // Counts nested template invocations; false when the limit is passed.
     bool EnterTemplate() { return ++m_nTemplateDepth <= MaxTemplateDepth; }
     void LeaveTemplate() { --m_nTemplateDepth; }
@@ -152,6 +162,8 @@ private:
     CBoundParameters* m_pCurrentParameters = nullptr;
     CExecutionContext* m_pOutermost = nullptr;
     TRefPtr<CVariableFrame> m_pGlobalFrame;
+    TArray<TRefPtr<CVariableFrame>> m_aSpareFrames;
+    TArray<TRefPtr<CBoundParameters>> m_aSpareParameters;
     int m_nTemplateDepth = 0;
     CExecutionContext* m_pActiveContext = nullptr;
 

@@ -71,19 +71,34 @@ void RunBuiltInRule(CExecutionContext& context, const SQName* mode, CBoundParame
     }
 }
 
-// Evaluates the with-parameters in the present context; null when there are none.
-void EvaluateParameters(CExecutionContext& context, const TArray<TRefPtr<CVariableInstruction>>& declarations,
-                        TRefPtr<CBoundParameters>& parameters) {
-    if (declarations.GetSize() == 0) return;
-    parameters = new CBoundParameters();
-    for (const TRefPtr<CVariableInstruction>& declaration : declarations) {
-        CExecutionContext child(context, declaration, false);
-        TRefPtr<Xpath::CValue> value;
-        declaration->ComputeValue(child, value);
-        parameters->Add(&declaration->GetVariableName(), value);
-        child.Leave();
+// The with-parameters of one call, evaluated in the present context into a list that the
+// runtime lends for the call; null when there are none.
+class CCallParameters {
+public:
+    CCallParameters(CExecutionContext& context, const TArray<TRefPtr<CVariableInstruction>>& declarations)
+        : m_pRuntime(context.GetRuntime()) {
+        if (declarations.GetSize() == 0) return;
+        m_pRuntime->TakeParameters(m_pList);
+        for (const TRefPtr<CVariableInstruction>& declaration : declarations) {
+            CExecutionContext child(context, declaration, false);
+            TRefPtr<Xpath::CValue> value;
+            declaration->ComputeValue(child, value);
+            m_pList->Add(&declaration->GetVariableName(), value);
+            child.Leave();
+        }
     }
-}
+    ~CCallParameters() {
+        if (m_pList) m_pRuntime->GiveBackParameters(m_pList);
+    }
+    CCallParameters(const CCallParameters&) = delete;
+    CCallParameters& operator=(const CCallParameters&) = delete;
+
+    CBoundParameters* Get() const { return m_pList; }
+
+private:
+    CRuntime* m_pRuntime;
+    TRefPtr<CBoundParameters> m_pList;
+};
 
 // Reads the key of one xsl:sort in the present context; code 45 for a value it refuses.
 void AddSortKey(CExecutionContext& context, CSortInstruction* sort, CSorter* sorter) {
@@ -216,9 +231,8 @@ void CApplyTemplatesInstruction::Compile(CCompileContext& compile, TRefPtr<CInst
 void CApplyTemplatesInstruction::Execute(CExecutionContext& context) {
     TRefPtr<Xpath::CNodeSet> nodes;
     SelectNodes(context, m_pSelect, m_aSorts, nodes);
-    TRefPtr<CBoundParameters> parameters;
-    EvaluateParameters(context, m_aParameters, parameters);
-    ApplyToNodes(context, nodes, m_bHasMode ? &m_mode : nullptr, parameters);
+    CCallParameters parameters(context, m_aParameters);
+    ApplyToNodes(context, nodes, m_bHasMode ? &m_mode : nullptr, parameters.Get());
 }
 
 void CApplyImportsInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
@@ -252,9 +266,8 @@ void CCallTemplateInstruction::Execute(CExecutionContext& context) {
         m_pTemplate = context.GetRuntime()->FindNamedTemplate(m_name.sUri, m_name.sLocalName);
         if (!m_pTemplate) context.RaiseFatal(CXsltException::NamedTemplateNotFound, m_name.sUri, m_name.sLocalName);
     }
-    TRefPtr<CBoundParameters> parameters;
-    EvaluateParameters(context, m_aParameters, parameters);
-    InvokeTemplate(context, m_pTemplate, parameters, false);
+    CCallParameters parameters(context, m_aParameters);
+    InvokeTemplate(context, m_pTemplate, parameters.Get(), false);
 }
 
 void CForEachInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {

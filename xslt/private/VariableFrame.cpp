@@ -5,8 +5,13 @@
 
 namespace XsltPrivate {
 
-void CVariableFrame::PopTo(int mark) {
+void CVariableFrame::PopEntries(int mark) {
     while (m_aEntries.GetSize() > mark) m_aEntries.RemoveLast();
+}
+
+void CVariableFrame::Reset() {
+    PopTo(0);
+    m_pXpathContext = nullptr;
 }
 
 bool CVariableFrame::Contains(DomStringView uri, DomStringView localName) const {

@@ -18,7 +18,11 @@ public:
     explicit CVariableFrame(CRuntime* runtime) : m_pRuntime(runtime) {}
 
     int GetMark() const { return m_aEntries.GetSize(); }
-    void PopTo(int mark);
+    void PopTo(int mark) {
+        if (m_aEntries.GetSize() > mark) PopEntries(mark);
+    }
+    // Empties the frame for its next use and lets go of its expression context.
+    void Reset();
     bool Contains(DomStringView uri, DomStringView localName) const;
     // `name` belongs to the compiled stylesheet, which outlives every frame.
     void Add(const SQName* name, Xpath::CValue* value);
@@ -28,7 +32,14 @@ public:
     void GetVariable(TRefPtr<Xpath::CValue>& value, const DomString& namespaceUri,
                      const DomString& localName) override;
 
+    // The expression context last made on this frame; instructions of one invocation share it
+    // while they run on the same node list with the same namespace bindings. It holds the
+    // frame, so the frame's owner breaks the cycle with Reset.
+    TRefPtr<Xpath::CContext> m_pXpathContext;
+
 private:
+    void PopEntries(int mark);
+
     struct SEntry {
         const SQName* pName;
         TRefPtr<Xpath::CValue> pValue;
