@@ -59,11 +59,6 @@ CObject* CContext::FindScope(const CName& name, SPropertyEntry** entry) const {
 
 void CContext::Resolve(const CName& name, CReference& reference) const { reference.pBase = FindScope(name); }
 
-void CContext::Resolve(const CName& name, CReference& reference, SPropertyEntry*& entry) const {
-    entry = nullptr;
-    reference.pBase = FindScope(name, &entry);
-}
-
 TRefPtr<CValue> CContext::Lookup(const CName& name) const {
     for (int i = m_nDepth - 1; i >= 0; --i) {
         CObject* scope = GetScope(i);

@@ -32,8 +32,9 @@ public:
     // Finds the innermost object of the chain that has the name; none gives a reference
     // without base.
     void Resolve(const CName& name, CReference& reference) const;
-    // The same, also giving the entry when the base is a variable scope, else none.
-    void Resolve(const CName& name, CReference& reference, SPropertyEntry*& entry) const;
+    // The base alone, also giving the entry when the base is a variable scope (else `entry`
+    // stays as it was).
+    CObject* FindScope(const CName& name, SPropertyEntry** entry = nullptr) const;
     // GetValue of the identifier: fails with "GetValue: invalid reference" when unresolved.
     TRefPtr<CValue> Lookup(const CName& name) const;
     // PutValue of the identifier: an unresolved name lands on the global object.
@@ -42,8 +43,6 @@ public:
     void AssignTo(CObject* base, const CName& name, CValue* value) const;
 
 private:
-    CObject* FindScope(const CName& name, SPropertyEntry** entry = nullptr) const;
-
     static const int kInline = 3;
     TRefPtr<CObject> m_apInline[kInline];
     TArray<TRefPtr<CObject>> m_aMore;

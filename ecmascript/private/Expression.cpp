@@ -19,26 +19,23 @@ const size_t kMaxStringLength = size_t(1) << 26;
 
 TRefPtr<CValue> NumberValue(const CNumber& number) { return CValue::Number(number); }
 
-TRefPtr<CValue> ReadReference(const CReference& reference) {
-    CObject* base = reference.pBase;
-    if (!base) throw new CRuntimeError(CRuntimeError::InvalidReference, new CReferenceValue(nullptr, reference.name));
+TRefPtr<CValue> ReadReference(CObject* base, const CName& name) {
+    if (!base) throw new CRuntimeError(CRuntimeError::InvalidReference, new CReferenceValue(nullptr, name));
     if (base->IsVariableScope()) {
-        if (SPropertyEntry* entry = base->FindOwn(reference.name)) {
+        if (SPropertyEntry* entry = base->FindOwn(name)) {
             return entry->nNativeIndex >= 0 ? base->GetNative(entry->nNativeIndex) : entry->pValue;
         }
     }
-    return base->Get(reference.name);
-}
-
-void WriteReference(CContext& context, const CReference& reference, CValue* value) {
-    context.AssignTo(reference.pBase, reference.name, value);
+    return base->Get(name);
 }
 
 // Evaluates a target: a reference when the node gives one, otherwise its plain value (which
 // assignment then refuses with "PutValue: reference required"). An identifier found in a
-// variable scope keeps its entry, which stays valid while no entry of that table is removed.
+// variable scope keeps its entry, which stays valid while no entry of that table is removed;
+// its name stays in the node.
 struct STarget {
     CReference reference;
+    const CName* pName = &reference.name;
     TRefPtr<CValue> pPlain;
     SPropertyEntry* pEntry = nullptr;
     uint32_t nRemovals = 0;
@@ -46,7 +43,8 @@ struct STarget {
 
     STarget(CExpression* target, CContext& context) {
         if (CIdentifierExpression* identifier = target->AsIdentifier()) {
-            identifier->Resolve(context, reference, pEntry);
+            identifier->Resolve(context, reference.pBase, pEntry);
+            pName = &identifier->GetName();
             if (pEntry) nRemovals = reference.pBase->GetOwnTable().GetRemovals();
             bIsReference = true;
             return;
@@ -61,13 +59,13 @@ struct STarget {
     }
     TRefPtr<CValue> Read() const {
         if (SPropertyEntry* entry = GetEntry()) return entry->pValue;
-        return bIsReference ? ReadReference(reference) : GetValue(pPlain);
+        return bIsReference ? ReadReference(reference.pBase, *pName) : GetValue(pPlain);
     }
     void Write(CContext& context, CValue* value) const {
         if (SPropertyEntry* entry = GetEntry()) {
             if (!(entry->nAttributes & ReadOnly)) entry->pValue = value;
         } else if (bIsReference) {
-            WriteReference(context, reference, value);
+            context.AssignTo(reference.pBase, *pName, value);
         } else {
             PutValue(context.GetGlobal(), pPlain, value);
         }
@@ -580,15 +578,14 @@ bool CIdentifierExpression::EvaluateReference(CContext& context, CReference& ref
     return true;
 }
 
-void CIdentifierExpression::Resolve(CContext& context, CReference& reference, SPropertyEntry*& entry) {
-    CObject* base;
-    entry = FindFast(context, base);
+void CIdentifierExpression::Resolve(CContext& context, TRefPtr<CObject>& base, SPropertyEntry*& entry) {
+    CObject* found;
+    entry = FindFast(context, found);
     if (entry) {
-        reference.pBase = base;
+        base = found;
     } else {
-        context.Resolve(m_name, reference, entry);
+        base = context.FindScope(m_name, &entry);
     }
-    reference.name = m_name;
 }
 
 // The entry of the name without a search of the chain, when the chain is the plain one of

@@ -267,8 +267,9 @@ public:
     TRefPtr<CValue> EvaluateValue(CContext& context) override;
     bool EvaluateReference(CContext& context, CReference& reference) override;
     CIdentifierExpression* AsIdentifier() override { return this; }
-    // The reference with the entry of a variable scope that holds the name, if any.
-    void Resolve(CContext& context, CReference& reference, EcmaScript::SPropertyEntry*& entry);
+    const CName& GetName() const { return m_name; }
+    // The base of the reference, and the entry of a variable scope that holds the name, if any.
+    void Resolve(CContext& context, TRefPtr<CObject>& base, EcmaScript::SPropertyEntry*& entry);
 
 private:
     EcmaScript::SPropertyEntry* FindFast(CContext& context, CObject*& base);
