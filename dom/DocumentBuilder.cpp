@@ -110,6 +110,7 @@ void CDocumentBuilder::StartDocument() {
 
 void CDocumentBuilder::EndDocument() {
     FinishPrevious();
+    TagLastChild();
     if (m_pTarget->GetNodeType() == DOCUMENT_NODE) {
         static_cast<CDocument*>(m_pTarget.Get())->m_pFirstChild = m_pFirst;
         static_cast<CDocument*>(m_pTarget.Get())->m_pLastChild = m_pLast;
@@ -213,9 +214,9 @@ void CDocumentBuilder::StartElement(DomStringView name) {
     LinkChild(element, CDocumentData::ELEMENT_CLASS);
     m_bScopeOwned = m_bPrefixMissing = m_bElementMoved = false;
     element->m_pName = ResolveName(name, true, false);
-    // While the element is open its child links hold the parent's, swapped back at the end.
+    // While the element is open its first child link holds the parent's, swapped back at the
+    // end; the parent's last child is the element itself.
     element->m_pFirstChild = m_pFirst;
-    element->m_pLastChild = m_pLast;
     element->m_pScope = m_pScope;
     m_pParent = m_pElement = element;
     m_pFirst = m_pLast = nullptr;
@@ -228,13 +229,12 @@ void CDocumentBuilder::EndElement() {
     FinishPrevious();
     if (m_pParent->GetNodeType() != ELEMENT_NODE) throw new CDomException(CDomException::HIERARCHY_REQUEST_ERR);
     CElement* element = static_cast<CElement*>(m_pParent);
+    TagLastChild();
     CNode* parentFirst = element->m_pFirstChild;
-    CNode* parentLast = element->m_pLastChild;
     element->m_pFirstChild = m_pFirst;
-    element->m_pLastChild = m_pLast;
     m_pParent = element->m_pParent;
     m_pFirst = parentFirst;
-    m_pLast = parentLast;
+    m_pLast = element;
     m_pScope = m_pParent->GetNodeType() == ELEMENT_NODE ? static_cast<CElement*>(m_pParent)->m_pScope : m_pRootScope;
     if (m_pRules && !m_aPreserveStack.IsEmpty()) {
         unsigned char flags = m_aPreserveStack.Last();
@@ -242,6 +242,13 @@ void CDocumentBuilder::EndElement() {
         m_bPreserve = (flags & 2) != 0;
         m_bPreserveEffective = (flags & 1) != 0;
     }
+}
+
+// The children of the current parent are complete: the first keeps the last behind its tag.
+void CDocumentBuilder::TagLastChild() {
+    if (!m_pFirst) return;
+    uintptr_t tagged = reinterpret_cast<uintptr_t>(m_pLast) | 1;
+    static_cast<CChildNode*>(m_pFirst)->m_pPrevious = reinterpret_cast<CNode*>(tagged);
 }
 
 // "xmlns" alone declares the default namespace, "xmlns:p" the prefix p; null for anything else.
@@ -297,7 +304,6 @@ void CDocumentBuilder::MoveElement() {
     CElement* moved = reinterpret_cast<CElement*>(chunk);
     if (moved == old) return;
     if (moved->m_pFirstChild == old) moved->m_pFirstChild = moved;
-    moved->m_pLastChild = moved;
     if (moved->m_pPrevious) static_cast<CChildNode*>(moved->m_pPrevious)->m_pNext = moved;
     m_pParent = m_pElement = moved;
     m_bElementMoved = true;

@@ -67,6 +67,7 @@ private:
     const CName* ResolveName(DomStringView qualifiedName, bool isElement, bool raise);
     void* AllocateNode(size_t size);
     void LinkChild(CChildNode* node, int classIndex);
+    void TagLastChild();
     CNamespaceNode* DeclarationTarget(DomStringView name);
     void MoveElement();
     void ReportMove(CElement* old, CElement* moved, int count);

@@ -36,7 +36,15 @@ void NameQualified(const CNode* node, DomString& name) { name = NameOf(node)->m_
 
 const CChildNode* AsChild(const CNode* node) { return static_cast<const CChildNode*>(node); }
 CNode* ChildParent(const CNode* node) { return AsChild(node)->m_pParent; }
-CNode* ChildPrevious(const CNode* node) { return AsChild(node)->m_pPrevious; }
+// A first child's link back is tagged: it holds the last child instead.
+CNode* ChildPrevious(const CNode* node) {
+    uintptr_t previous = reinterpret_cast<uintptr_t>(AsChild(node)->m_pPrevious);
+    return previous & 1 ? nullptr : reinterpret_cast<CNode*>(previous);
+}
+CNode* LastBehindFirst(const CNode* first) {
+    if (!first) return nullptr;
+    return reinterpret_cast<CNode*>(reinterpret_cast<uintptr_t>(AsChild(first)->m_pPrevious) & ~uintptr_t(1));
+}
 CNode* ChildNext(const CNode* node) { return AsChild(node)->m_pNext; }
 uint32_t ChildOrder(const CNode* node) { return AsChild(node)->m_nOrder; }
 
@@ -67,7 +75,7 @@ void AppendSubtree(const CNode* root, DomString& value) {
 
 const CElement* AsElement(const CNode* node) { return static_cast<const CElement*>(node); }
 CNode* ElementFirst(const CNode* node) { return AsElement(node)->m_pFirstChild; }
-CNode* ElementLast(const CNode* node) { return AsElement(node)->m_pLastChild; }
+CNode* ElementLast(const CNode* node) { return LastBehindFirst(AsElement(node)->m_pFirstChild); }
 bool ElementHasChildren(const CNode* node) { return AsElement(node)->m_pFirstChild != nullptr; }
 const CName* ElementName(const CNode* node) { return AsElement(node)->m_pName; }
 void ElementAttributes(const CNode* node, TRefPtr<CNodeList>& list) {

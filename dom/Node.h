@@ -199,15 +199,17 @@ public:
         int32_t m_nDataOffset;
     };
     CNode* m_pParent;
+    // For a first child, its parent's last child tagged with the low bit, which saves every
+    // element a pointer; read it through GetPreviousSibling.
     CNode* m_pPrevious;
     CNode* m_pNext;
 };
 
-// An element; its attribute records follow it directly in the chunk.
+// An element; its attribute records follow it directly in the chunk. Its last child is found
+// through the first (see CChildNode::m_pPrevious).
 class CElement : public CChildNode {
 public:
     CNode* m_pFirstChild;
-    CNode* m_pLastChild;
     const CName* m_pName;
     CNamespaceScope* m_pScope;
 
@@ -250,7 +252,8 @@ public:
 class CCharacterData : public CChildNode {
 public:
     const DomChar* GetDataPointer() const {
-        return reinterpret_cast<const DomChar*>(reinterpret_cast<uintptr_t>(this) + static_cast<intptr_t>(m_nDataOffset));
+        uintptr_t data = reinterpret_cast<uintptr_t>(this) + static_cast<uintptr_t>(intptr_t{m_nDataOffset});
+        return reinterpret_cast<const DomChar*>(data);
     }
     DomString GetData() const { return DomString(GetDataPointer()); }
     DomStringView GetDataView() const { return DomStringView(GetDataPointer()); }
