@@ -23,6 +23,9 @@ CPathPattern::~CPathPattern() = default;
 // the steps above, so retrying them could not help and would cost time exponential in the
 // number of gaps on deep documents.
 bool CPathPattern::Match(IPatternContext* context, Dom::CNode* node) const {
+    if (!IsAnalysed()) Analyse();
+    // The relative anchor takes any node, so one step needs only the node and a parent.
+    if (m_bSingleRelativeStep) return m_aSteps[0]->Matches(context, node) && node->GetParentNode();
     const int count = m_aSteps.GetSize();
     Dom::CNode** stack = count ? context->GetNodeStack(count) : nullptr;
     Dom::CNode* current = node;
@@ -54,8 +57,20 @@ bool CPathPattern::Match(IPatternContext* context, Dom::CNode* node) const {
 }
 
 double CPathPattern::GetDefaultPriority() const {
-    if (m_pAnchor->GetKind() != CPatternAnchor::Relative || m_aSteps.GetSize() != 1) return 0.5;
-    const Xpath::CStepExpr* step = m_aSteps[0]->GetStepExpr();
+    if (!IsAnalysed()) Analyse();
+    return m_dDefaultPriority;
+}
+
+int32_t CPathPattern::GetNameHash() const {
+    if (!IsAnalysed()) Analyse();
+    return m_nNameHash;
+}
+
+namespace {
+
+double DefaultPriorityOf(const CPatternAnchor* anchor, const TArray<TRefPtr<CPatternStep>>& steps) {
+    if (anchor->GetKind() != CPatternAnchor::Relative || steps.GetSize() != 1) return 0.5;
+    const Xpath::CStepExpr* step = steps[0]->GetStepExpr();
     if (!step) return 0.5;
     if (!step->GetPredicates().IsEmpty()) return 0.5;
     switch (step->GetTest()->GetKind()) {
@@ -66,16 +81,21 @@ double CPathPattern::GetDefaultPriority() const {
     }
 }
 
-int32_t CPathPattern::GetNameHash() const {
-    if (m_nNameHash != -2) return m_nNameHash;
-    m_nNameHash = -1;
-    const Xpath::CStepExpr* step = m_aSteps.IsEmpty() ? nullptr : m_aSteps.Last()->GetStepExpr();
-    if (step) {
-        DomString name;
-        step->GetTest()->GetLocalName(name);
-        if (!name.empty()) m_nNameHash = static_cast<int32_t>(Core::HashText(name));
-    }
-    return m_nNameHash;
+int32_t NameHashOf(const TArray<TRefPtr<CPatternStep>>& steps) {
+    const Xpath::CStepExpr* step = steps.IsEmpty() ? nullptr : steps.Last()->GetStepExpr();
+    if (!step) return -1;
+    DomString name;
+    step->GetTest()->GetLocalName(name);
+    return name.empty() ? -1 : static_cast<int32_t>(Core::HashText(name));
+}
+
+}  // namespace
+
+void CPathPattern::Analyse() const {
+    m_dDefaultPriority = DefaultPriorityOf(m_pAnchor, m_aSteps);
+    m_bSingleRelativeStep =
+        m_pAnchor->GetKind() == CPatternAnchor::Relative && m_aSteps.GetSize() == 1 && !m_aSteps[0]->IsGap();
+    m_nNameHash = NameHashOf(m_aSteps);
 }
 
 void CPattern::CreateFailed(TRefPtr<CPattern>& pattern, Core::IException* failure) {

@@ -63,9 +63,16 @@ public:
     int32_t GetNameHash() const;
 
 private:
+    // Reads the name hash, the default priority and whether the alternative is one relative
+    // step, once all steps are in.
+    void Analyse() const;
+    bool IsAnalysed() const { return m_nNameHash != -2; }
+
     TRefPtr<CPatternAnchor> m_pAnchor;
     TArray<TRefPtr<CPatternStep>> m_aSteps;
     mutable int32_t m_nNameHash = -2;
+    mutable double m_dDefaultPriority = 0;
+    mutable bool m_bSingleRelativeStep = false;
 };
 
 class CPattern : public CRefObject {

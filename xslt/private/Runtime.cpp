@@ -79,6 +79,7 @@ CRuntime::CRuntime(CStylesheetModule* root, Xslt::CEnvironment* environment, CLo
 CRuntime::~CRuntime() {
     for (CInstruction* instruction : m_aCachingInstructions) instruction->m_pXpathContext = nullptr;
     m_pGlobalFrame->Reset();
+    for (CVariableFrame* frame : m_aSpareFrames) frame->Reset();
     GetKeyTable()->Clear();
 }
 
@@ -92,7 +93,7 @@ void CRuntime::TakeFrame(TRefPtr<CVariableFrame>& frame) {
 }
 
 void CRuntime::GiveBackFrame(CVariableFrame* frame) {
-    frame->Reset();
+    frame->PopTo(0);
     m_aSpareFrames.Add(frame);
 }
 

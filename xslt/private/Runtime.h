@@ -78,11 +78,12 @@ public:
     CBoundParameters* GetCurrentParameters() const { return m_pCurrentParameters; }
     void SetCurrentParameters(CBoundParameters* parameters) { m_pCurrentParameters = parameters; }
 
-    // An empty frame for a template invocation. Frames are reused in the order the invocations
-    // end, which spares an allocation per invocation and lets an invocation find the expression
-    // contexts of the last one on its frame.
+    // An empty frame for a template invocation. Frames are reused, the last given back first,
+    // which spares an allocation per invocation; a frame keeps its expression context, which
+    // the next invocation on the same node list (the next node of a loop) uses again. The
+    // contexts hold their frames, so the run ends by resetting its frames.
     void TakeFrame(TRefPtr<CVariableFrame>& frame);
-    // Takes back a frame from TakeFrame, emptied.
+    // Takes back a frame from TakeFrame and empties it.
     void GiveBackFrame(CVariableFrame* frame);
     // The same for the with-parameters of a template call.
     void TakeParameters(TRefPtr<CBoundParameters>& parameters);
