@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "core/Hash.h"
-#include "core/Sort.h"
 #include "dom/Name.h"
 #include "dom/Document.h"
 #include "xpath/Axis.h"
@@ -58,26 +57,6 @@ private:
     int m_nEnd;
 };
 
-// The entries of an index as the shared quicksort sees them.
-class CIndexSorter : public Core::ISortable {
-public:
-    CIndexSorter(TArray<CKeyIndex::SEntry>& entries, bool byOrdinal) : m_aEntries(entries), m_bByOrdinal(byOrdinal) {}
-    int GetSize() override { return m_aEntries.GetSize(); }
-    int Compare(int i, int j) override {
-        const CKeyIndex::SEntry& a = m_aEntries[i];
-        const CKeyIndex::SEntry& b = m_aEntries[j];
-        int order = a.sValue.compare(b.sValue);
-        if (order) return order;
-        if (m_bByOrdinal) return a.nOrdinal - b.nOrdinal;
-        return Dom::CompareDocumentOrder(a.pNode, b.pNode);
-    }
-    void Swap(int i, int j) override { std::swap(m_aEntries[i], m_aEntries[j]); }
-
-private:
-    TArray<CKeyIndex::SEntry>& m_aEntries;
-    bool m_bByOrdinal;
-};
-
 // A quick test before the pattern: an element or attribute can match only if its local name is
 // the one that the last step of some alternative names. Answers are kept per interned name.
 class CNameFilter {
@@ -99,9 +78,13 @@ public:
     // No pattern that names the local name of each of its alternatives can match a namespace node.
     bool AdmitsNamespaces() const { return m_bOpen; }
 
+    // A name test matches elements and attributes only, so closed patterns pass no other node.
+    bool AdmitsType(int type) const { return m_bOpen || type == Dom::ELEMENT_NODE || type == Dom::ATTRIBUTE_NODE; }
+
     bool Admits(const Dom::CNode* node) {
+        if (m_bOpen) return true;
         int type = node->GetNodeType();
-        if (m_bOpen || (type != Dom::ELEMENT_NODE && type != Dom::ATTRIBUTE_NODE)) return true;
+        if (!AdmitsType(type)) return false;
         const Dom::CName* name = node->GetName();
         SSlot& slot = m_aSlots[(reinterpret_cast<uintptr_t>(name) >> 4) % SlotCount];
         if (slot.pName != name) {
@@ -123,6 +106,22 @@ private:
     TArray<int32_t> m_aHashes;
     SSlot m_aSlots[SlotCount];
 };
+
+// Visits `root` and every node below it in document order, with its type. Only nodes of
+// the types that can have children are asked for them.
+template <class FVisit>
+void WalkTree(Dom::CNode* root, FVisit&& visit) {
+    Dom::CNode* node = root;
+    while (node) {
+        const int type = node->GetNodeType();
+        visit(node, type);
+        const bool leaf = type == Dom::TEXT_NODE || type == Dom::CDATA_SECTION_NODE || type == Dom::COMMENT_NODE ||
+                          type == Dom::PROCESSING_INSTRUCTION_NODE;
+        Dom::CNode* next = leaf ? nullptr : node->GetFirstChild();
+        for (; !next && node != root; node = node->GetParentNode()) next = node->GetNextSibling();
+        node = next;
+    }
+}
 
 bool SameEntry(const CKeyIndex::SEntry& a, const CKeyIndex::SEntry& b) {
     return a.pNode == b.pNode && a.sValue == b.sValue;
@@ -153,8 +152,16 @@ bool CRunPatternHost::MatchKey(const Dom::CNode* node, const DomString& uri, con
 }
 
 void CKeyIndex::Sort(bool addedInDocumentOrder) {
-    CIndexSorter sorter(m_aEntries, addedInDocumentOrder);
-    Core::Sort(sorter);
+    // The order is total but for a node with one value twice, whose copies are alike, so any
+    // correct sort gives the one result.
+    // Values such as IDs often come in document order already, which one pass finds.
+    auto less = [addedInDocumentOrder](const SEntry& a, const SEntry& b) {
+        int order = a.sValue.compare(b.sValue);
+        if (order) return order < 0;
+        if (addedInDocumentOrder) return a.nOrdinal < b.nOrdinal;
+        return Dom::CompareDocumentOrder(a.pNode, b.pNode) < 0;
+    };
+    if (!std::is_sorted(m_aEntries.begin(), m_aEntries.end(), less)) std::sort(m_aEntries.begin(), m_aEntries.end(), less);
     // A node with one value twice is one node of the key.
     int kept = 0;
     for (int i = 0; i < m_aEntries.GetSize(); ++i) {
@@ -212,15 +219,19 @@ void CKeyEvaluator::ForEachValue(CKeyDeclaration* declaration, Dom::CNode* root,
         on.CreateIterator(nodes, members);
         for (; members->Current(); on.Advance(members)) visit(members->Current()->GetStringValue(), node);
     };
-    for (Dom::CNode* node = root; node; node = wholeTree ? Xpath::Successor(node, root) : nullptr) {
-        evaluate(node);
-        if (!wholeTree) break;
-        if (filter.AdmitsNamespaces()) {
-            for (int i = 0, n = node->GetNamespaceCount(); i < n; ++i) evaluate(node->GetNamespaceAt(i));
-        }
-        if (filter.AdmitsAttributes()) {
-            for (int i = 0, n = node->GetAttributeCount(); i < n; ++i) evaluate(node->GetAttributeAt(i));
-        }
+    if (!wholeTree) {
+        evaluate(root);
+    } else {
+        WalkTree(root, [&](Dom::CNode* node, int type) {
+            if (filter.AdmitsType(type)) evaluate(node);
+            if (type != Dom::ELEMENT_NODE) return;
+            if (filter.AdmitsNamespaces()) {
+                for (int i = 0, n = node->GetNamespaceCount(); i < n; ++i) evaluate(node->GetNamespaceAt(i));
+            }
+            if (filter.AdmitsAttributes()) {
+                for (int i = 0, n = node->GetAttributeCount(); i < n; ++i) evaluate(node->GetAttributeAt(i));
+            }
+        });
     }
     on.Leave();
     at.Leave();
