@@ -87,6 +87,33 @@ TEST_F(RuleIndexTest, CandidatesSelectWhatTheWholeListSelects) {
                                                      indexedAmbiguous);
             EXPECT_EQ(found, expected) << Describe(iterator->Current());
             EXPECT_EQ(indexedAmbiguous, ambiguous) << Describe(iterator->Current());
+            EXPECT_EQ(m_index.Select(context, mode, indexedAmbiguous), expected) << Describe(iterator->Current());
+            EXPECT_EQ(indexedAmbiguous, ambiguous) << Describe(iterator->Current());
+        }
+    }
+}
+
+TEST_F(RuleIndexTest, ChoicesByKindAloneAreRememberedPerKind) {
+    for (const char* texts : {"@* | node();text();comment() | processing-instruction()", "node();*;/"}) {
+        TArray<TRefPtr<SRule>> rules;
+        std::string list = texts;
+        for (size_t start = 0, end; start <= list.size(); start = end + 1) {
+            end = list.find(';', start);
+            if (end == std::string::npos) end = list.size();
+            rules.Add(new SRule(list.substr(start, end - start).c_str(), nullptr));
+        }
+        XsltPrivate::TRuleIndex<SRule> index;
+        index.Build(rules);
+        TRefPtr<Xpath::CValue> all = m_evaluator.Evaluate("/ | //node() | //@*");
+        TRefPtr<Xpath::CNodeIterator> iterator;
+        all->GetNodeSet()->CreateIterator(iterator);
+        for (; iterator->Current(); iterator->Next()) {
+            XsltPrivate::CPatternContext context(m_host, iterator->Current());
+            bool ambiguous = false;
+            bool remembered = false;
+            SRule* expected = XsltPrivate::FindBestRule(rules, context, nullptr, ambiguous);
+            EXPECT_EQ(index.Select(context, nullptr, remembered), expected) << texts << Describe(iterator->Current());
+            EXPECT_EQ(remembered, ambiguous) << texts << Describe(iterator->Current());
         }
     }
 }

@@ -89,12 +89,27 @@ int32_t NameHashOf(const TArray<TRefPtr<CPatternStep>>& steps) {
     return name.empty() ? -1 : static_cast<int32_t>(Core::HashText(name));
 }
 
+bool TestsKindOnly(const CPatternStep* step) {
+    const Xpath::CStepExpr* expression = step->GetStepExpr();
+    if (!expression || !expression->GetPredicates().IsEmpty()) return false;
+    switch (expression->GetTest()->GetKind()) {
+        case Xpath::TestAnyName:
+        case Xpath::TestComment:
+        case Xpath::TestText:
+        case Xpath::TestProcessingInstruction:
+        case Xpath::TestAnyNode: return true;
+        default: return false;
+    }
+}
+
 }  // namespace
 
 void CPathPattern::Analyse() const {
     m_dDefaultPriority = DefaultPriorityOf(m_pAnchor, m_aSteps);
     m_bSingleRelativeStep =
         m_pAnchor->GetKind() == CPatternAnchor::Relative && m_aSteps.GetSize() == 1 && !m_aSteps[0]->IsGap();
+    m_bKindOnly = (m_bSingleRelativeStep && TestsKindOnly(m_aSteps[0])) ||
+                  (m_pAnchor->GetKind() == CPatternAnchor::Root && m_aSteps.IsEmpty());
     m_nNameHash = NameHashOf(m_aSteps);
 }
 

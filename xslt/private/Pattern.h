@@ -61,6 +61,13 @@ public:
     // The hash of the last step's local name, or -1 when that step names no local name (or
     // there is no step). Computed once.
     int32_t GetNameHash() const;
+    // Whether the answer of Match for the context's own node depends on nothing but the node's
+    // type and whether it has a parent: one relative step without predicates whose test names
+    // no name or target, or the root alone.
+    bool DependsOnKindOnly() const {
+        if (!IsAnalysed()) Analyse();
+        return m_bKindOnly;
+    }
 
 private:
     // Reads the name hash, the default priority and whether the alternative is one relative
@@ -73,6 +80,7 @@ private:
     mutable int32_t m_nNameHash = -2;
     mutable double m_dDefaultPriority = 0;
     mutable bool m_bSingleRelativeStep = false;
+    mutable bool m_bKindOnly = false;
 };
 
 class CPattern : public CRefObject {

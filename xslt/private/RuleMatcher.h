@@ -68,7 +68,9 @@ public:
             if (rule->GetPattern()) AddRule(rule);
         }
         for (SMode& mode : m_aModes) {
+            mode.anyName.Finish();
             for (int i = 0; i < mode.aByHash.GetSize(); ++i) {
+                mode.aByHash[i].candidates.Finish();
                 mode.index.Add(static_cast<unsigned int>(mode.aByHash[i].nHash), i);
             }
         }
@@ -77,36 +79,80 @@ public:
 
     // The candidates for `mode` (null for the default mode) and a node of name hash `hash`
     // (-1 for a node that is not an element).
-    const CRules& Find(const SQName* mode, int32_t hash) const {
-        static const CRules s_none;
-        const SMode* found = FindMode(mode);
-        if (!found) return s_none;
-        if (hash >= 0) {
-            int entry = found->index.FindLast(static_cast<unsigned int>(hash), [](int) { return true; });
-            if (entry >= 0) return found->aByHash[entry].aRules;
+    const CRules& Find(const SQName* mode, int32_t hash) const { return FindCandidates(mode, hash).aRules; }
+
+    // The best rule for the context's node, as FindBestRule over all rules would choose it.
+    // When every candidate matches by the kind of node alone, the choice is remembered for
+    // that kind.
+    TRule* Select(IPatternContext& context, const SQName* mode, bool& ambiguous) const {
+        const SCandidates& candidates = FindCandidates(mode, context.GetNameHash());
+        ambiguous = false;
+        if (candidates.aRules.IsEmpty()) return nullptr;
+        Dom::CNode* node = context.GetCurrentNode();
+        int kind = node ? KindOf(node) : -1;
+        if (!candidates.bByKindOnly || kind < 0) return FindBestRule(candidates.aRules, context, mode, ambiguous);
+        SChoice& choice = candidates.aChoices[kind];
+        if (!choice.bKnown) {
+            choice.pRule = FindBestRule(candidates.aRules, context, mode, choice.bAmbiguous);
+            choice.bKnown = true;
         }
-        return found->aAnyName;
+        ambiguous = choice.bAmbiguous;
+        return choice.pRule;
     }
 
 private:
+    static const int KindCount = 32;  // node types below 16, with a parent or without
+    struct SChoice {
+        bool bKnown = false;
+        bool bAmbiguous = false;
+        TRule* pRule = nullptr;
+    };
+    struct SCandidates {
+        CRules aRules;  // in stored order
+        bool bByKindOnly = false;
+        mutable SChoice aChoices[KindCount];
+
+        void Finish() {
+            bByKindOnly = true;
+            for (TRule* rule : aRules) {
+                const CPattern* pattern = rule->GetPattern();
+                for (int i = 0; i < pattern->GetCount(); ++i) {
+                    if (!pattern->GetPath(i)->DependsOnKindOnly()) bByKindOnly = false;
+                }
+            }
+        }
+    };
     struct SByHash {
         int32_t nHash;
-        CRules aRules;  // with those of aAnyName, in stored order
+        SCandidates candidates;  // with those for any name
     };
     struct SMode {
         const SQName* pMode;
-        CRules aAnyName;
+        SCandidates anyName;
         TArray<SByHash> aByHash;
         CEntryIndex index;  // hash -> entry of aByHash
     };
 
+    static int KindOf(const Dom::CNode* node) {
+        int type = node->GetNodeType();
+        if (type < 0 || type >= KindCount / 2) return -1;
+        return type * 2 + (node->GetParentNode() ? 1 : 0);
+    }
+
     static bool SameMode(const SQName* a, const SQName* b) { return a == b || (a && b && *a == *b); }
 
-    const SMode* FindMode(const SQName* mode) const {
-        for (const SMode& entry : m_aModes) {
-            if (SameMode(entry.pMode, mode)) return &entry;
+    const SCandidates& FindCandidates(const SQName* mode, int32_t hash) const {
+        static const SCandidates s_none;
+        const SMode* found = nullptr;
+        for (int i = 0; i < m_aModes.GetSize() && !found; ++i) {
+            if (SameMode(m_aModes[i].pMode, mode)) found = &m_aModes[i];
         }
-        return nullptr;
+        if (!found) return s_none;
+        if (hash >= 0) {
+            int entry = found->index.FindLast(static_cast<unsigned int>(hash), [](int) { return true; });
+            if (entry >= 0) return found->aByHash[entry].candidates;
+        }
+        return found->anyName;
     }
 
     // Rules come in stored order, so appending keeps every list in stored order.
@@ -116,13 +162,13 @@ private:
         bool anyName = false;
         for (int i = 0; i < pattern->GetCount() && !anyName; ++i) anyName = pattern->GetPath(i)->GetNameHash() < 0;
         if (anyName) {
-            mode.aAnyName.Add(rule);
-            for (SByHash& entry : mode.aByHash) entry.aRules.Add(rule);
+            mode.anyName.aRules.Add(rule);
+            for (SByHash& entry : mode.aByHash) entry.candidates.aRules.Add(rule);
             return;
         }
         for (int i = 0; i < pattern->GetCount(); ++i) {
-            SByHash& entry = ByHash(mode, pattern->GetPath(i)->GetNameHash());
-            if (entry.aRules.IsEmpty() || entry.aRules.Last() != rule) entry.aRules.Add(rule);
+            CRules& rules = ByHash(mode, pattern->GetPath(i)->GetNameHash()).candidates.aRules;
+            if (rules.IsEmpty() || rules.Last() != rule) rules.Add(rule);
         }
     }
 
@@ -130,7 +176,7 @@ private:
         for (SMode& entry : m_aModes) {
             if (SameMode(entry.pMode, mode)) return entry;
         }
-        m_aModes.Add(SMode{mode, CRules(), TArray<SByHash>(), CEntryIndex()});
+        m_aModes.Add(SMode{mode, SCandidates(), TArray<SByHash>(), CEntryIndex()});
         return m_aModes.Last();
     }
 
@@ -139,7 +185,9 @@ private:
         for (SByHash& entry : mode.aByHash) {
             if (entry.nHash == hash) return entry;
         }
-        mode.aByHash.Add(SByHash{hash, mode.aAnyName});
+        SByHash entry{hash, SCandidates()};
+        entry.candidates.aRules = mode.anyName.aRules;
+        mode.aByHash.Add(std::move(entry));
         return mode.aByHash.Last();
     }
 

@@ -291,10 +291,8 @@ CTemplate* CStylesheetModule::FindOwnRule(CExecutionContext& context, const SQNa
     if (!m_ruleIndex.IsBuilt()) m_ruleIndex.Build(m_aTemplates);
     CRunPatternHost host(context);
     CPatternContext patternContext(host, context.GetCurrentNode());
-    const TRuleIndex<CTemplate>::CRules& candidates = m_ruleIndex.Find(mode, patternContext.GetNameHash());
-    if (candidates.IsEmpty()) return nullptr;
     bool ambiguous;
-    CTemplate* best = FindBestRule(candidates, patternContext, mode, ambiguous);
+    CTemplate* best = m_ruleIndex.Select(patternContext, mode, ambiguous);
     if (ambiguous) context.RaiseRecoverable(CXsltException::MultipleMatchingTemplateRules);
     return best;
 }
