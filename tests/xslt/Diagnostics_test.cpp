@@ -110,6 +110,31 @@ TEST_F(DiagnosticsTest, LocatorTakesBackWhatWasAdded) {
     EXPECT_FALSE(m_pLocator->GetLocation(location, uri, publicId, line, column));
 }
 
+TEST_F(DiagnosticsTest, LocatorPacksManyPlacesAndFindsEachOne) {
+    int key = 0;
+    // Orders with gaps, several nodes per line, columns past one byte of packing, a line going back.
+    auto lineOf = [](int order) { return order < 1500 ? order / 7 : 3; };
+    auto columnOf = [](int order) { return order * 37 % 300 + (order % 5 == 0 ? 100000 : 0); };
+    for (int order = 1; order < 2000; order += 2)
+        m_pLocator->AddLocation(Xslt::SLocation{&key, order}, u"file:///big.xml", u"", lineOf(order), columnOf(order));
+    DomString uri;
+    DomString publicId;
+    int line = 0;
+    int column = 0;
+    for (int order = 0; order < 2002; ++order) {
+        bool known = m_pLocator->GetLocation(Xslt::SLocation{&key, order}, uri, publicId, line, column);
+        ASSERT_EQ(known, order % 2 == 1 && order < 2000) << order;
+        if (known) {
+            EXPECT_EQ(line, lineOf(order)) << order;
+            EXPECT_EQ(column, columnOf(order)) << order;
+        }
+    }
+    // A place given again out of order takes precedence over the packed one.
+    m_pLocator->AddLocation(Xslt::SLocation{&key, 9}, u"file:///big.xml", u"", 77, 5);
+    ASSERT_TRUE(m_pLocator->GetLocation(Xslt::SLocation{&key, 9}, uri, publicId, line, column));
+    EXPECT_EQ(line * 100 + column, 7705);
+}
+
 TEST_F(DiagnosticsTest, ReportPrintsMessageThenNodeLines) {
     TRefPtr<CFakeParserLocator> parser(new CFakeParserLocator);
     Dom::TNodeRef stylesheet;

@@ -1,5 +1,5 @@
-// Locations of nodes: per document a table of (order, line, column), filled in order of
-// building, so a lookup is a binary search.
+// Locations of nodes: per document the places of its nodes in order of building, packed by line,
+// so a lookup is a binary search over the lines and a short walk within one.
 #include "xslt/private/Locator.h"
 
 #include "dom/Document.h"
@@ -60,22 +60,9 @@ bool CLocator::GetLocation(const Xslt::SLocation& location, DomString& uri, DomS
     const SDocument* document = FindDocument(location.pKey);
     if (!document) return false;
     uint32_t order = static_cast<uint32_t>(location.nPosition);
-    const TArray<SRecord>& records = document->aRecords;
-    int low = 0;
-    int high = records.GetSize();
-    while (low < high) {
-        int middle = low + (high - low) / 2;
-        if (records[middle].nOrder < order) {
-            low = middle + 1;
-        } else {
-            high = middle;
-        }
-    }
-    if (low == records.GetSize() || records[low].nOrder != order) return false;
+    if (!FindRecord(*document, order, line, column) && !FindInRuns(*document, order, line, column)) return false;
     uri = document->sUri;
     publicId = document->sPublicId;
-    line = records[low].nLine;
-    column = records[low].nColumn;
     return true;
 }
 
@@ -118,24 +105,110 @@ CLocator::SDocument* CLocator::StartDocument(const void* key, DomStringView uri,
     return document;
 }
 
-// Records come in ascending order from a builder; a record out of order is put in its place.
-void CLocator::AddRecord(SDocument& document, uint32_t order, int line, int column) {
-    TArray<SRecord>& records = document.aRecords;
-    SRecord record = {order, line, column};
-    if (records.IsEmpty() || records.Last().nOrder < order) {
-        // A document has a record per node: growing by the common step (at most 1024 items)
-        // would copy the whole array a thousand times for a million nodes, so it doubles.
-        if (records.GetSize() == records.GetCapacity()) records.Reserve(records.GetSize() * 2);
-        records.Add(record);
-        return;
+namespace {
+
+void PutNumber(TArray<uint8_t>& stream, uint32_t number) {
+    // Millions of nodes: the stream doubles rather than growing by the common step.
+    if (stream.GetSize() + 5 > stream.GetCapacity()) stream.Reserve(stream.GetCapacity() * 2 + 64);
+    while (number >= 0x80) {
+        stream.Add(static_cast<uint8_t>(number | 0x80));
+        number >>= 7;
     }
+    stream.Add(static_cast<uint8_t>(number));
+}
+
+uint32_t TakeNumber(const TArray<uint8_t>& stream, int& at) {
+    uint32_t number = 0;
+    for (int shift = 0;; shift += 7) {
+        uint8_t byte = stream[at++];
+        number |= static_cast<uint32_t>(byte & 0x7F) << shift;
+        if (!(byte & 0x80)) return number;
+    }
+}
+
+}  // namespace
+
+// Places come in ascending order from a builder; one out of order goes to the sorted table.
+void CLocator::AddRecord(SDocument& document, uint32_t order, int line, int column) {
+    bool inOrder = document.aRuns.IsEmpty() || order > document.nLastOrder;
+    if (inOrder && line >= 0 && column >= 0) {
+        AddToRuns(document, order, line, column);
+    } else {
+        InsertRecord(document, SRecord{order, line, column});
+    }
+}
+
+void CLocator::AddToRuns(SDocument& document, uint32_t order, int line, int column) {
+    TArray<SLineRun>& runs = document.aRuns;
+    uint32_t step = order - document.nLastOrder;
+    if (runs.IsEmpty() || runs.Last().nLine != line) {
+        if (runs.GetSize() == runs.GetCapacity()) runs.Reserve(runs.GetSize() * 2 + 16);
+        runs.Add(SLineRun{order, line, static_cast<uint32_t>(document.aSteps.GetSize())});
+        step = 0;
+    }
+    PutNumber(document.aSteps, step);
+    PutNumber(document.aSteps, static_cast<uint32_t>(column));
+    document.nLastOrder = order;
+}
+
+void CLocator::InsertRecord(SDocument& document, const SRecord& record) {
+    TArray<SRecord>& records = document.aRecords;
     int index = records.GetSize();
-    while (index > 0 && records[index - 1].nOrder > order) --index;
-    if (index > 0 && records[index - 1].nOrder == order) {
+    while (index > 0 && records[index - 1].nOrder > record.nOrder) --index;
+    if (index > 0 && records[index - 1].nOrder == record.nOrder) {
         records[index - 1] = record;
     } else {
         records.Insert(index, record);
     }
+}
+
+bool CLocator::FindRecord(const SDocument& document, uint32_t order, int& line, int& column) {
+    const TArray<SRecord>& records = document.aRecords;
+    int low = 0;
+    int high = records.GetSize();
+    while (low < high) {
+        int middle = low + (high - low) / 2;
+        if (records[middle].nOrder < order) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    if (low == records.GetSize() || records[low].nOrder != order) return false;
+    line = records[low].nLine;
+    column = records[low].nColumn;
+    return true;
+}
+
+// The last run that starts at or before the order, then its nodes one by one.
+bool CLocator::FindInRuns(const SDocument& document, uint32_t order, int& line, int& column) {
+    const TArray<SLineRun>& runs = document.aRuns;
+    int low = 0;
+    int high = runs.GetSize();
+    while (low < high) {
+        int middle = low + (high - low) / 2;
+        if (runs[middle].nFirstOrder <= order) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    if (low == 0) return false;
+    const SLineRun& run = runs[low - 1];
+    int end = low < runs.GetSize() ? static_cast<int>(runs[low].nOffset) : document.aSteps.GetSize();
+    int at = static_cast<int>(run.nOffset);
+    uint32_t current = run.nFirstOrder;
+    while (at < end) {
+        current += TakeNumber(document.aSteps, at);
+        uint32_t nodeColumn = TakeNumber(document.aSteps, at);
+        if (current == order) {
+            line = run.nLine;
+            column = static_cast<int>(nodeColumn);
+            return true;
+        }
+        if (current > order) return false;
+    }
+    return false;
 }
 
 void CLocatorFactory::Create(TRefPtr<CLocator>& locator) { locator = new CLocator; }

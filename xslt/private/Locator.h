@@ -49,16 +49,33 @@ private:
         int nLine;
         int nColumn;
     };
+    // Nodes read in a row on one line: the first one's order, the line, and where their order
+    // steps and columns begin in the packed stream.
+    struct SLineRun {
+        uint32_t nFirstOrder;
+        int nLine;
+        uint32_t nOffset;
+    };
+    // A source document has millions of nodes, so their places are packed: per line a run, per
+    // node two variable-length numbers (the step from the previous order, the column). Places
+    // given out of building order stand in a small sorted table that takes precedence.
     struct SDocument {
         const void* pKey;
         DomString sUri;
         DomString sPublicId;
+        TArray<SLineRun> aRuns;
+        TArray<uint8_t> aSteps;
+        uint32_t nLastOrder = 0;
         TArray<SRecord> aRecords;  // ascending by order
     };
 
     SDocument* FindDocument(const void* key) const;
     SDocument* StartDocument(const void* key, DomStringView uri, DomStringView publicId);
     static void AddRecord(SDocument& document, uint32_t order, int line, int column);
+    static void AddToRuns(SDocument& document, uint32_t order, int line, int column);
+    static void InsertRecord(SDocument& document, const SRecord& record);
+    static bool FindInRuns(const SDocument& document, uint32_t order, int& line, int& column);
+    static bool FindRecord(const SDocument& document, uint32_t order, int& line, int& column);
 
     // The parser's locator is not counted: it lives for one parse, and holding it would tie the
     // parser's scanner and the builder to this locator in a cycle after a failed parse. It is
