@@ -104,10 +104,7 @@ void CExecutionContext::Enter() {
     m_nFlags |= Active;
 }
 
-void CExecutionContext::Leave() {
-    m_nFlags &= ~Active;
-    if (!HasFlag(BindsVariable | EvaluatesGlobal)) m_pFrame->PopTo(m_nFrameMark);
-    if (!m_bBindingPending) return;
+void CExecutionContext::EnterBinding() {
     m_bBindingPending = false;
     CVariableFrame* frame = m_pParent ? m_pParent->m_pFrame : m_pFrame;
     if (frame->Contains(m_pBindingName->sUri, m_pBindingName->sLocalName)) {

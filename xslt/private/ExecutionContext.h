@@ -17,6 +17,7 @@
 #include "xpath/NodeSet.h"
 #include "xpath/Value.h"
 #include "xslt/private/QName.h"
+#include "xslt/private/VariableFrame.h"
 
 namespace XsltPrivate {
 
@@ -26,7 +27,6 @@ class CInstruction;
 class CResultTree;
 class CRuntime;
 class CTemplate;
-class CVariableFrame;
 
 class CExecutionContext : public CRefObject {
 public:
@@ -54,7 +54,11 @@ public:
     CExecutionContext& operator=(const CExecutionContext&) = delete;
 
     // Pops what ran inside off the frame and enters a pending binding in the parent's frame.
-    void Leave();
+    void Leave() {
+        m_nFlags &= ~Active;
+        if (!HasFlag(BindsVariable | EvaluatesGlobal)) m_pFrame->PopTo(m_nFrameMark);
+        if (m_bBindingPending) EnterBinding();
+    }
 
     CRuntime* GetRuntime() const { return m_pRuntime; }
     CResultTree* GetResult() const { return m_pResult; }
@@ -114,6 +118,7 @@ public:
 
 private:
     void Enter();
+    void EnterBinding();
     void Raise(int severity, int code, const DomString& argument1, const DomString& argument2, bool toThrow);
     [[noreturn]] void WrapFailure(int code, Core::IException* failure);
     [[noreturn]] void WrapOutputFailure(Core::IException* failure);

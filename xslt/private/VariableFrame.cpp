@@ -21,9 +21,11 @@ bool CVariableFrame::Contains(DomStringView uri, DomStringView localName) const 
 void CVariableFrame::Add(const SQName* name, Xpath::CValue* value) { m_aEntries.Add(SEntry{name, value}); }
 
 Xpath::CValue* CVariableFrame::FindLocal(DomStringView uri, DomStringView localName) const {
+    // Names of a frame mostly differ in length, which rejects them without reading the text.
+    const size_t length = localName.size();
     for (int i = m_aEntries.GetSize() - 1; i >= 0; --i) {
         const SEntry& entry = m_aEntries[i];
-        if (entry.pName->Equals(uri, localName)) return entry.pValue;
+        if (entry.pName->sLocalName.size() == length && entry.pName->Equals(uri, localName)) return entry.pValue;
     }
     return nullptr;
 }
