@@ -11,6 +11,7 @@
 #include "xpath/Value.h"
 #include "xslt/private/ExecutionContext.h"
 #include "xslt/private/Instruction.h"
+#include "xslt/private/PatternNameFilter.h"
 #include "xslt/private/Runtime.h"
 
 namespace XsltPrivate {
@@ -55,56 +56,6 @@ private:
     CKeyIndex* m_pIndex;  // kept by the node-set
     int m_nNext;
     int m_nEnd;
-};
-
-// A quick test before the pattern: an element or attribute can match only if its local name is
-// the one that the last step of some alternative names. Answers are kept per interned name.
-class CNameFilter {
-public:
-    explicit CNameFilter(const CPattern* pattern) {
-        for (int i = 0; i < pattern->GetCount(); ++i) {
-            const CPathPattern* path = pattern->GetPath(i);
-            int32_t hash = path->GetNameHash();
-            if (hash < 0) m_bOpen = true;
-            m_aHashes.Add(hash);
-            const Xpath::CStepExpr* last = path->GetStepCount() ? path->GetStep(path->GetStepCount() - 1)->GetStepExpr() : nullptr;
-            if (!last || last->GetAxis()->GetKind() == Xpath::AxisAttribute) m_bAttributes = true;
-        }
-    }
-
-    // Only an alternative ending in an attribute step, or one without steps, can match an attribute.
-    bool AdmitsAttributes() const { return m_bOpen || m_bAttributes; }
-
-    // No pattern that names the local name of each of its alternatives can match a namespace node.
-    bool AdmitsNamespaces() const { return m_bOpen; }
-
-    // A name test matches elements and attributes only, so closed patterns pass no other node.
-    bool AdmitsType(int type) const { return m_bOpen || type == Dom::ELEMENT_NODE || type == Dom::ATTRIBUTE_NODE; }
-
-    bool Admits(const Dom::CNode* node) {
-        if (m_bOpen) return true;
-        int type = node->GetNodeType();
-        if (!AdmitsType(type)) return false;
-        const Dom::CName* name = node->GetName();
-        SSlot& slot = m_aSlots[(reinterpret_cast<uintptr_t>(name) >> 4) % SlotCount];
-        if (slot.pName != name) {
-            slot.pName = name;
-            auto hash = static_cast<int32_t>(Core::HashText(name->GetLocalName()));
-            slot.bAdmits = std::find(m_aHashes.begin(), m_aHashes.end(), hash) != m_aHashes.end();
-        }
-        return slot.bAdmits;
-    }
-
-private:
-    static const int SlotCount = 64;
-    struct SSlot {
-        const Dom::CName* pName = nullptr;
-        bool bAdmits = false;
-    };
-    bool m_bOpen = false;
-    bool m_bAttributes = false;
-    TArray<int32_t> m_aHashes;
-    SSlot m_aSlots[SlotCount];
 };
 
 // Visits `root` and every node below it in document order, with its type. Only nodes of
@@ -202,7 +153,7 @@ void CKeyEvaluator::ForEachValue(CKeyDeclaration* declaration, Dom::CNode* root,
     CRunPatternHost host(on);
     TRefPtr<Xpath::CValue> value;
     DomString text;
-    CNameFilter filter(declaration->m_pMatch);
+    CPatternNameFilter filter(declaration->m_pMatch);
     auto evaluate = [&](Dom::CNode* node) {
         if (!filter.Admits(node)) return;
         CPatternContext patternContext(host, node);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "xpath/Axis.h"
 #include "xpath/Converter.h"
@@ -10,6 +11,7 @@
 #include "xslt/private/CompileContext.h"
 #include "xslt/private/ExecutionContext.h"
 #include "xslt/private/KeyTable.h"
+#include "xslt/private/PatternNameFilter.h"
 
 namespace XsltPrivate {
 
@@ -56,11 +58,17 @@ public:
 
 private:
     bool Counts(Dom::CNode* node) {
-        if (m_owner.m_pCount) return m_owner.m_pCount->Matches(&m_patternContext, node);
+        if (m_owner.m_pCount) return Passes(m_countFilter, m_owner.m_pCount, node);
         return node->GetNodeType() == m_pCurrent->GetNodeType() && SameName(node->GetName(), m_pCurrent->GetName());
     }
 
-    bool IsFrom(Dom::CNode* node) { return m_owner.m_pFrom->Matches(&m_patternContext, node); }
+    bool IsFrom(Dom::CNode* node) { return Passes(m_fromFilter, m_owner.m_pFrom, node); }
+
+    // The pattern's answer for nodes that pass its name filter, made on first use.
+    bool Passes(std::optional<CPatternNameFilter>& filter, const CPattern* pattern, Dom::CNode* node) {
+        if (!filter) filter.emplace(pattern);
+        return filter->Admits(node) && pattern->Matches(&m_patternContext, node);
+    }
 
     // The nearest ancestor-or-self matching `from`; null without a from pattern, false if none matches.
     bool FindBoundary(Dom::CNode*& boundary) {
@@ -133,6 +141,8 @@ private:
     Dom::CNode* m_pCurrent;
     CRunPatternHost m_host;
     CPatternContext m_patternContext;
+    std::optional<CPatternNameFilter> m_countFilter;
+    std::optional<CPatternNameFilter> m_fromFilter;
 };
 
 void CNumberInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
