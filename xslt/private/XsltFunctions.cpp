@@ -1,8 +1,6 @@
 // The XSLT function library.
 #include "xslt/private/XsltFunctions.h"
 
-#include <cstdio>
-
 #include "dom/Document.h"
 #include "xpath/Converter.h"
 #include "xpath/NodeSet.h"
@@ -98,9 +96,16 @@ public:
              const FArguments& arguments) override {
         Dom::CNode* node = arguments.GetSize() ? NodeSetArgument(active, arguments, 0)->GetFirst() : active.GetCurrentNode();
         if (!node) return ReturnString(result, DomString());
-        char text[32];
-        std::snprintf(text, sizeof text, "X-%08X-%08X", node->GetDocumentNumber(), node->GetOrder());
-        ReturnString(result, Core::WidenLatin1(text));
+        // "X-" and the document number and node order as eight upper-case hex digits each.
+        DomString id(u"X-00000000-00000000");
+        WriteHex(node->GetDocumentNumber(), &id[2]);
+        WriteHex(node->GetOrder(), &id[11]);
+        ReturnString(result, std::move(id));
+    }
+
+private:
+    static void WriteHex(uint32_t value, DomChar* digits) {
+        for (int i = 7; i >= 0; --i, value >>= 4) digits[i] = u"0123456789ABCDEF"[value & 0xF];
     }
 };
 
