@@ -10,17 +10,23 @@ CContext::CContext(CGlobalObject* global) : m_pGlobal(global), m_pVariableObject
     PushScope(global);
 }
 
-CContext::CContext(CGlobalObject* global, CObject* activation, CObject* thisObject)
+CContext::CContext(CGlobalObject* global, CObject* activation, CObject* thisObject, const CFunctionBody* body)
     : m_apInline{global, activation, nullptr},
       m_nDepth(2),
       m_pGlobal(global),
       m_pVariableObject(activation),
       m_pThis(thisObject ? thisObject : global),
-      m_pActivation(activation) {}
+      m_pActivation(activation),
+      m_pPlainOwner(body),
+      m_nPlainDepth(2) {}
 
 CContext::CContext(const CContext& caller)
-    : m_pGlobal(caller.m_pGlobal), m_pVariableObject(caller.m_pVariableObject), m_pThis(caller.m_pThis),
-      m_pActivation(caller.m_pActivation) {
+    : m_pGlobal(caller.m_pGlobal),
+      m_pVariableObject(caller.m_pVariableObject),
+      m_pThis(caller.m_pThis),
+      m_pActivation(caller.m_pActivation),
+      m_pPlainOwner(caller.m_pPlainOwner),
+      m_nPlainDepth(caller.m_nPlainDepth) {
     for (int i = 0; i < caller.m_nDepth; ++i) PushScope(caller.GetScope(i));
 }
 
@@ -28,7 +34,7 @@ void CContext::PushScope(CObject* object) {
     if (m_nDepth < kInline) {
         m_apInline[m_nDepth] = object;
     } else {
-        m_aMore.Add(TRefPtr<CObject>(object));
+        m_aMore.Add(object);
     }
     ++m_nDepth;
 }

@@ -512,7 +512,7 @@ TRefPtr<CValue> CMemberExpression::EvaluateValue(CContext& context) {
 }
 
 CCallExpression::CCallExpression(CExpression* callee, CArgumentList* arguments)
-    : m_pCallee(callee), m_pArguments(arguments) {
+    : m_pCallee(callee), m_pCalleeIdentifier(callee->AsIdentifier()), m_pArguments(arguments) {
     SetDepthAbove(callee, arguments);
 }
 void CCallExpression::WriteSource(DomString& text) const {
@@ -522,6 +522,11 @@ void CCallExpression::WriteSource(DomString& text) const {
     text += u")";
 }
 TRefPtr<CValue> CCallExpression::Evaluate(CContext& context) {
+    if (m_pCalleeIdentifier) {
+        CObject* base;
+        SPropertyEntry* entry = m_pCalleeIdentifier->FindFast(context, base);
+        if (entry && entry->nNativeIndex < 0) return CallFound(context, base, entry);
+    }
     STarget target(m_pCallee, context);
     CReference& reference = target.reference;
     bool isReference = target.bIsReference;
@@ -534,6 +539,21 @@ TRefPtr<CValue> CCallExpression::Evaluate(CContext& context) {
     CObject* thisObject = nullptr;
     if (isReference && reference.pBase != context.GetActivation()) thisObject = reference.pBase;
     return function->Call(thisObject, arguments);
+}
+
+// A call of an identifier whose entry the plain chain gave: the global or activation object,
+// alive throughout. The entry still holds the callee after the arguments unless one of them
+// removed an entry of that table.
+TRefPtr<CValue> CCallExpression::CallFound(CContext& context, CObject* base, SPropertyEntry* entry) {
+    uint32_t removals = base->GetOwnTable().GetRemovals();
+    CValueList arguments;
+    m_pArguments->EvaluateInto(context, arguments);
+    TRefPtr<CValue> callee = base->GetOwnTable().GetRemovals() == removals
+                                 ? entry->pValue
+                                 : ReadReference(base, m_pCalleeIdentifier->GetName());
+    CObject* function = callee->GetObject();
+    if (!function) throw new CRuntimeError(CRuntimeError::CallOperandNotObject, callee);
+    return function->Call(base == context.GetActivation() ? nullptr : base, arguments);
 }
 
 CNewExpression::CNewExpression(CExpression* constructor, CArgumentList* arguments)
@@ -593,11 +613,18 @@ void CIdentifierExpression::Resolve(CContext& context, TRefPtr<CObject>& base, S
 // none when a search is needed. The name "arguments" always takes the search, which makes
 // the arguments object.
 SPropertyEntry* CIdentifierExpression::FindFast(CContext& context, CObject*& base) {
-    CObject* activation = context.GetActivation();
-    if (activation) {
-        if (!m_pOwner || context.GetScopeDepth() != 2) return nullptr;
+    if (!context.IsPlainFor(m_pOwner)) return nullptr;
+    if (m_nFrameSlot < 0) return FindOutsideFrame(context, base);
+    CActivationObject* frame = static_cast<CActivationObject*>(context.GetActivation());
+    base = frame;
+    return frame->GetFrameEntry(m_nFrameSlot);
+}
+
+// The plain chain of global code, or a name of function code that is not in the frame (or
+// not looked up yet).
+SPropertyEntry* CIdentifierExpression::FindOutsideFrame(CContext& context, CObject*& base) {
+    if (CObject* activation = context.GetActivation()) {
         CActivationObject* frame = static_cast<CActivationObject*>(activation);
-        if (frame->GetBody() != m_pOwner) return nullptr;
         if (m_nFrameSlot == -2) {
             static const CName argumentsName(u"arguments");
             m_nFrameSlot = m_name == argumentsName ? -3 : m_pOwner->FindFrameSlot(m_name);
@@ -607,8 +634,6 @@ SPropertyEntry* CIdentifierExpression::FindFast(CContext& context, CObject*& bas
             return frame->GetFrameEntry(m_nFrameSlot);
         }
         if (m_nFrameSlot != -1 || !frame->HoldsOnlyFrame()) return nullptr;
-    } else if (context.GetScopeDepth() != 1) {
-        return nullptr;
     }
     base = context.GetGlobal();
     return FindGlobal(context.GetGlobal());

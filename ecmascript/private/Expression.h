@@ -236,7 +236,10 @@ public:
     TRefPtr<CValue> Evaluate(CContext& context) override;
 
 private:
+    TRefPtr<CValue> CallFound(CContext& context, CObject* base, EcmaScript::SPropertyEntry* entry);
+
     TExpressionPtr m_pCallee;
+    CIdentifierExpression* m_pCalleeIdentifier;  // the callee when it is an identifier
     TRefPtr<CArgumentList> m_pArguments;
 };
 
@@ -270,9 +273,11 @@ public:
     const CName& GetName() const { return m_name; }
     // The base of the reference, and the entry of a variable scope that holds the name, if any.
     void Resolve(CContext& context, TRefPtr<CObject>& base, EcmaScript::SPropertyEntry*& entry);
+    // The entry and its scope without a search of the chain, or none when a search is needed.
+    EcmaScript::SPropertyEntry* FindFast(CContext& context, CObject*& base);
 
 private:
-    EcmaScript::SPropertyEntry* FindFast(CContext& context, CObject*& base);
+    EcmaScript::SPropertyEntry* FindOutsideFrame(CContext& context, CObject*& base);
     EcmaScript::SPropertyEntry* FindGlobal(EcmaScript::CGlobalObject* global);
 
     CName m_name;

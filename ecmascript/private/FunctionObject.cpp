@@ -51,11 +51,11 @@ TRefPtr<CValue> CFunctionObject::Call(CObject* thisObject, const CValueList& arg
         TRefPtr<CActivationObject> pObject;
         ~SActivation() { CActivationObject::Recycle(pObject); }
     } activation{CActivationObject::Make(global, this, m_pBody, arguments)};
-    CContext context(global, activation.pObject, thisObject);
+    CContext context(global, activation.pObject, thisObject, m_pBody);
     CCallScope scope(global->GetInterpreter(), &context, activation.pObject);
     try {
         CCompletion completion = ExecuteList(m_pBody->m_aStatements, context);
-        if (completion.nKind == CCompletion::Return) return completion.pValue;
+        if (completion.nKind == CCompletion::Return) return std::move(completion.pValue);
         return CValue::Undefined();
     } catch (CEcmaScriptException* error) {
         if (error->GetFunctionName().empty()) error->SetFunctionName(m_pBody->m_name.GetText());
