@@ -48,7 +48,7 @@ private:
 
 }  // namespace
 
-CInterpreter::CInterpreter() { m_pGlobal = new CGlobalObject(this); }
+CInterpreter::CInterpreter() : m_nStackBudget(StackBudget()) { m_pGlobal = new CGlobalObject(this); }
 
 CInterpreter::~CInterpreter() { Shutdown(); }
 
@@ -124,7 +124,7 @@ void CInterpreter::EnterCall() {
     uintptr_t here = reinterpret_cast<uintptr_t>(&probe);
     if (m_nCallDepth == 0) m_nStackBase = here;
     uintptr_t used = m_nStackBase > here ? m_nStackBase - here : here - m_nStackBase;
-    if (m_nCallDepth >= kMaxCallDepth || used > StackBudget()) throw new CRuntimeError(CRuntimeError::CallDepthExceeded);
+    if (m_nCallDepth >= kMaxCallDepth || used > m_nStackBudget) throw new CRuntimeError(CRuntimeError::CallDepthExceeded);
     ++m_nCallDepth;
 }
 

@@ -54,6 +54,7 @@ private:
     CContext* m_pCurrentContext = nullptr;
     int m_nCallDepth = 0;
     uintptr_t m_nStackBase = 0;
+    uintptr_t m_nStackBudget;
 };
 
 // One nested call counted for the lifetime of the scope: EnterCall, and LeaveCall at its end.

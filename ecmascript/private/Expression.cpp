@@ -200,12 +200,12 @@ TRefPtr<CValue> Step(CExpression* operand, CContext& context, int delta, bool pr
 TRefPtr<CValue> SBitOr::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::BitOr>(l, r); }
 TRefPtr<CValue> SBitXor::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::BitXor>(l, r); }
 TRefPtr<CValue> SBitAnd::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::BitAnd>(l, r); }
-TRefPtr<CValue> SEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(EqualValues(l, r)); }
-TRefPtr<CValue> SNotEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(!EqualValues(l, r)); }
-TRefPtr<CValue> SLess::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(l, r) == 1); }
-TRefPtr<CValue> SGreater::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(r, l) == 1); }
-TRefPtr<CValue> SLessEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(r, l) == 0); }
-TRefPtr<CValue> SGreaterEqual::Apply(CValue* l, CValue* r) { return CValue::Boolean(CompareValues(l, r) == 0); }
+bool SEqual::Test(CValue* l, CValue* r) { return EqualValues(l, r); }
+bool SNotEqual::Test(CValue* l, CValue* r) { return !EqualValues(l, r); }
+bool SLess::Test(CValue* l, CValue* r) { return CompareValues(l, r) == 1; }
+bool SGreater::Test(CValue* l, CValue* r) { return CompareValues(r, l) == 1; }
+bool SLessEqual::Test(CValue* l, CValue* r) { return CompareValues(r, l) == 0; }
+bool SGreaterEqual::Test(CValue* l, CValue* r) { return CompareValues(l, r) == 0; }
 TRefPtr<CValue> SShiftLeft::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::ShiftLeft>(l, r); }
 TRefPtr<CValue> SShiftRight::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNumber::ShiftRight>(l, r); }
 TRefPtr<CValue> SShiftRightUnsigned::Apply(CValue* l, CValue* r) {
@@ -220,6 +220,8 @@ TRefPtr<CValue> SModulo::Apply(CValue* l, CValue* r) { return ApplyNumbers<&CNum
 TRefPtr<CValue> CExpression::EvaluateValue(CContext& context) { return GetValue(Evaluate(context)); }
 
 bool CExpression::EvaluateReference(CContext&, CReference&) { return false; }
+
+bool CExpression::EvaluateCondition(CContext& context) { return ToBoolean(EvaluateValue(context)); }
 
 TRefPtr<CObject> CExpression::EvaluateObject(CContext& context) {
     return ToObject(context.GetGlobal(), EvaluateValue(context));
@@ -313,7 +315,7 @@ void CConditionalExpression::WriteSource(DomString& text) const {
     m_pElse->WriteSource(text);
 }
 TRefPtr<CValue> CConditionalExpression::Evaluate(CContext& context) {
-    bool condition = ToBoolean(m_pCondition->EvaluateValue(context));
+    bool condition = m_pCondition->EvaluateCondition(context);
     return (condition ? m_pThen : m_pElse)->EvaluateValue(context);
 }
 

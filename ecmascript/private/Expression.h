@@ -31,6 +31,8 @@ public:
     virtual bool EvaluateReference(CContext& context, CReference& reference);
     // ToObject of EvaluateValue.
     virtual TRefPtr<CObject> EvaluateObject(CContext& context);
+    // ToBoolean of EvaluateValue; comparisons answer without making a boolean value.
+    virtual bool EvaluateCondition(CContext& context);
     // This node as an identifier, or none.
     virtual CIdentifierExpression* AsIdentifier() { return nullptr; }
 
@@ -142,6 +144,15 @@ public:
         return TOperator::Apply(left, right);
     }
     TRefPtr<CValue> EvaluateValue(CContext& context) override { return Evaluate(context); }
+    bool EvaluateCondition(CContext& context) override {
+        if constexpr (requires(CValue* value) { TOperator::Test(value, value); }) {
+            TRefPtr<CValue> left = m_pLeft->EvaluateValue(context);
+            TRefPtr<CValue> right = m_pRight->EvaluateValue(context);
+            return TOperator::Test(left, right);
+        } else {
+            return CExpression::EvaluateCondition(context);
+        }
+    }
 
 private:
     TExpressionPtr m_pLeft, m_pRight;
@@ -154,15 +165,26 @@ private:
     };                                                                    \
     using C##Name##Expression = TBinaryExpression<S##Name>;
 
+// Comparisons also give their truth value directly.
+#define KST_COMPARISON_OPERATOR(Name, Source)                             \
+    struct S##Name {                                                      \
+        static constexpr const DomChar* kSource = Source;                 \
+        static bool Test(CValue* left, CValue* right);                    \
+        static TRefPtr<CValue> Apply(CValue* left, CValue* right) {       \
+            return CValue::Boolean(Test(left, right));                    \
+        }                                                                 \
+    };                                                                    \
+    using C##Name##Expression = TBinaryExpression<S##Name>;
+
 KST_BINARY_OPERATOR(BitOr, u" | ")
 KST_BINARY_OPERATOR(BitXor, u" ^ ")
 KST_BINARY_OPERATOR(BitAnd, u" & ")
-KST_BINARY_OPERATOR(Equal, u" == ")
-KST_BINARY_OPERATOR(NotEqual, u" != ")
-KST_BINARY_OPERATOR(Less, u" < ")
-KST_BINARY_OPERATOR(Greater, u" > ")
-KST_BINARY_OPERATOR(LessEqual, u" <= ")
-KST_BINARY_OPERATOR(GreaterEqual, u" >= ")
+KST_COMPARISON_OPERATOR(Equal, u" == ")
+KST_COMPARISON_OPERATOR(NotEqual, u" != ")
+KST_COMPARISON_OPERATOR(Less, u" < ")
+KST_COMPARISON_OPERATOR(Greater, u" > ")
+KST_COMPARISON_OPERATOR(LessEqual, u" <= ")
+KST_COMPARISON_OPERATOR(GreaterEqual, u" >= ")
 KST_BINARY_OPERATOR(ShiftLeft, u" << ")
 KST_BINARY_OPERATOR(ShiftRight, u" >> ")
 KST_BINARY_OPERATOR(ShiftRightUnsigned, u" >>> ")
@@ -173,6 +195,7 @@ KST_BINARY_OPERATOR(Divide, u" / ")
 KST_BINARY_OPERATOR(Modulo, u" % ")
 
 #undef KST_BINARY_OPERATOR
+#undef KST_COMPARISON_OPERATOR
 
 class CUnaryExpression : public CExpression {
 public:
@@ -234,6 +257,8 @@ public:
     CCallExpression(CExpression* callee, CArgumentList* arguments);
     void WriteSource(DomString& text) const override;
     TRefPtr<CValue> Evaluate(CContext& context) override;
+    // Calls give values, never references.
+    TRefPtr<CValue> EvaluateValue(CContext& context) override { return Evaluate(context); }
 
 private:
     TRefPtr<CValue> CallFound(CContext& context, CObject* base, EcmaScript::SPropertyEntry* entry);
@@ -332,6 +357,7 @@ public:
     void WriteSource(DomString& text) const override;
     TRefPtr<CValue> Evaluate(CContext& context) override { return m_pExpression->Evaluate(context); }
     TRefPtr<CValue> EvaluateValue(CContext& context) override { return m_pExpression->EvaluateValue(context); }
+    bool EvaluateCondition(CContext& context) override { return m_pExpression->EvaluateCondition(context); }
     bool EvaluateReference(CContext& context, CReference& reference) override {
         return m_pExpression->EvaluateReference(context, reference);
     }

@@ -49,7 +49,7 @@ bool RunBody(CStatement* body, CContext& context, CCompletion& result) {
     return false;
 }
 
-bool Test(CExpression* condition, CContext& context) { return ToBoolean(condition->EvaluateValue(context)); }
+bool Test(CExpression* condition, CContext& context) { return condition->EvaluateCondition(context); }
 
 void WriteDeclarations(DomString& text, const CDeclarationList& declarations) {
     for (int i = 0; i < declarations.GetSize(); ++i) {
