@@ -68,7 +68,8 @@ int CSorter::CompareRows(int32_t a, int32_t b) const {
             double x = m_aNumbers[ia], y = m_aNumbers[ib];
             result = x < y ? -1 : (x > y ? 1 : 0);
         } else {
-            result = m_aStrings[ia].compare(m_aStrings[ib]);
+            const int order = m_aStrings[ia].compare(m_aStrings[ib]);
+            result = (order > 0) - (order < 0);
         }
         if (result != 0) return key.m_nOrder == CSortKeyInfo::Descending ? -result : result;
     }
