@@ -5,6 +5,10 @@
 
 namespace Core {
 
+namespace {
+const size_t kFileBufferSize = 64 * 1024;
+}  // namespace
+
 std::string ToPlatformName(DomStringView fileName) { return ToUtf8(fileName); }
 
 // Length of the well-formed UTF-8 sequence at `p`, or 0.
@@ -84,7 +88,10 @@ bool CFileStream::Open(DomStringView fileName, int flags) {
     char mode[5];
     MakeMode(flags, mode);
     m_pFile = OpenFile(fileName, mode);
-    return m_pFile != nullptr;
+    if (!m_pFile) return false;
+    if (!m_pBuffer) m_pBuffer.reset(new char[kFileBufferSize]);
+    std::setvbuf(m_pFile, m_pBuffer.get(), _IOFBF, kFileBufferSize);
+    return true;
 }
 
 int CFileStream::Read(void* buffer, int count) {

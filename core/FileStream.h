@@ -1,6 +1,7 @@
 // A byte stream over a file of the C library, opened by name with the system's flag set.
 #pragma once
 #include <cstdio>
+#include <memory>
 
 #include "core/DomString.h"
 #include "core/Stream.h"
@@ -40,6 +41,9 @@ public:
 
 private:
     FILE* m_pFile = nullptr;
+    // The C library's buffer for the file: readers ask for a few kilobytes at a time, and a
+    // larger buffer saves a system call for each. It outlives the file it serves.
+    std::unique_ptr<char[]> m_pBuffer;
 };
 
 }  // namespace Core
