@@ -75,6 +75,7 @@ void CParser::Parse(CInputSource* source) {
     }
     ParseMisc();
     ParseRootElement();
+    scanner.SetNamesInPlace(false);
     ParseMisc();
     m_pHandler->EndDocument();
     m_pHandler->SetLocator(nullptr);
@@ -200,6 +201,7 @@ void CParser::ParseMisc() {
 void CParser::ParseRootElement() {
     CScanner& scanner = *m_pScanner;
     scanner.SetInContent(false);
+    scanner.SetNamesInPlace(true);  // every tag name is used before the next read
     if (scanner.GetToken() != TokenStartTag) scanner.Fail(Code::MissingStartTagOpen);
     bool open = !ParseStartTag();
     scanner.SetInContent(open);

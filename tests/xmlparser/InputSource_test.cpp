@@ -112,6 +112,31 @@ TEST(InputSource, CountsLinesAndColumnsWithoutNormalisingLineEnds) {
     EXPECT_EQ(nullptr, recorder->m_pLocator.Get());
 }
 
+// Names, values and texts of every length end up across the borders of the decoding buffer;
+// each must arrive whole, and the positions behind multi-line texts must count their lines.
+TEST(InputSource, KeepsNamesValuesAndTextsWholeAcrossBufferBorders) {
+    std::string document = "<r>";
+    std::string expected = "SD|SE r";
+    for (int i = 0; i < 400; ++i) {
+        std::string name = "e" + std::string(static_cast<size_t>(i % 13), 'n');
+        std::string value(static_cast<size_t>(i % 7), 'v');
+        std::string text =
+            std::string(static_cast<size_t>(i % 11), 't') + "\n" + std::string(static_cast<size_t>(i % 5), ' ');
+        document += "<" + name + " a='" + value + "'>" + text + "</" + name + ">";
+        expected += "|SE " + name + "|SA a" + (value.empty() ? "" : "|C " + value) + "|EA|C " + text + "|EE";
+    }
+    document += "</r>";
+    EXPECT_EQ(expected + "|EE|ED", ParseBytes(document).sLog);
+
+    TRefPtr<CPositionRecorder> recorder = new CPositionRecorder();
+    TRefPtr<Sxp::CParser> parser = new Sxp::CParser();
+    parser->SetContentHandler(recorder);
+    TRefPtr<Sxp::CInputSource> source = new Sxp::CInputSource(u"file:///memory.xml");
+    source->SetByteStream(new CByteStream("<a>x\n\n  yy<b c='1'/>\n<d/>z\n<e/></a>"));
+    parser->Parse(source);
+    EXPECT_EQ("a@1:2 b@3:6 d@4:2 e@5:2 ", recorder->m_sPositions);
+}
+
 TEST(InputSource, PassesTextInChunksOfAtMost1024Units) {
     class CChunkSizes : public CRecorder {
     public:

@@ -53,6 +53,17 @@ public:
         m_nPos += count;
         m_nColumn += count;
     }
+    // Moves over `count` buffered units without a 0 that hold `lines` line feeds, the last of
+    // them just before `lineStart`.
+    void AdvanceOverLines(int count, int lines, const DomChar* lineStart) {
+        m_nPos += count;
+        if (lines == 0) {
+            m_nColumn += count;
+            return;
+        }
+        m_nLine += lines;
+        m_nColumn = static_cast<int>(m_aBuffer + m_nPos - lineStart);
+    }
     bool HasBuffered() const { return m_nPos < m_nEnd; }
 
     int GetLine() const { return m_nLine; }

@@ -2,6 +2,9 @@
 #include "xmlparser/private/Scanner.h"
 
 #include <cstring>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "xmlparser/private/CharClass.h"
 #include "xmlparser/private/XmlException.h"
@@ -16,11 +19,40 @@ constexpr SStopSet MakeStops(const char* units) {
     SStopSet set{};
     set.m_abStop[0] = true;
     set.m_abStop[0x0A] = true;
-    for (; *units; ++units) set.m_abStop[static_cast<unsigned char>(*units)] = true;
+    int count = 0;
+    set.m_aKeys[count++][0] = u'\n';
+    for (; *units; ++units) {
+        set.m_abStop[static_cast<unsigned char>(*units)] = true;
+        set.m_aKeys[count++][0] = static_cast<DomChar>(*units);
+    }
+    for (auto& key : set.m_aKeys) {
+        for (DomChar& unit : key) unit = key[0];  // keys not given stay 0, itself a stop
+    }
     return set;
 }
 
-// Every set holds 0 (end of a stream) and the line feed (line counting).
+bool IsStop(DomChar unit, const SStopSet& stops) { return unit < 128 && stops.m_abStop[unit]; }
+
+// The first unit in [p, end) that `stops` holds, or end; eight units at a time where the
+// machine has the vector instructions.
+const DomChar* FindStop(const DomChar* p, const DomChar* end, const SStopSet& stops) {
+    if (p == end || IsStop(*p, stops)) return p;
+#ifdef __SSE2__
+    __m128i keys[8];
+    for (int i = 0; i < 8; ++i) keys[i] = _mm_load_si128(reinterpret_cast<const __m128i*>(stops.m_aKeys[i]));
+    for (; end - p >= 8; p += 8) {
+        __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        __m128i hits = _mm_cmpeq_epi16(units, keys[0]);
+        for (int i = 1; i < 8; ++i) hits = _mm_or_si128(hits, _mm_cmpeq_epi16(units, keys[i]));
+        int mask = _mm_movemask_epi8(hits);
+        if (mask != 0) return p + (__builtin_ctz(static_cast<unsigned>(mask)) >> 1);
+    }
+#endif
+    while (p < end && !IsStop(*p, stops)) ++p;
+    return p;
+}
+
+// Every set holds 0 (end of a stream) and the line feed (line counting), and at most six more.
 constexpr SStopSet s_textStops = MakeStops("<&]");
 constexpr SStopSet s_attributeStops = MakeStops("\"'<&\r\t");
 constexpr SStopSet s_commentStops = MakeStops("-");
@@ -107,8 +139,7 @@ int CScanner::NextToken() {
                 type = TokenSpaces;
                 break;
             case ClassNameStart: {
-                m_sToken.assign(1, unit);
-                ReadNameRest(m_sToken);
+                ReadTokenName(unit, m_bNamesInPlace);
                 DomChar next = PeekChar();
                 type = next == u'?' ? TokenNameOptional
                      : next == u'*' ? TokenNameStar
@@ -118,8 +149,7 @@ int CScanner::NextToken() {
                 break;
             }
             case ClassNameChar:
-                m_sToken.assign(1, unit);
-                ReadNameRest(m_sToken);
+                ReadTokenName(unit, false);
                 type = TokenNameToken;
                 break;
             case ClassQuote:
@@ -131,8 +161,7 @@ int CScanner::NextToken() {
             case ClassHash: {
                 DomChar next = NextChar();
                 if (!IsNameStartChar(next)) Fail(Code::BadToken);
-                m_sToken.assign(1, next);
-                ReadNameRest(m_sToken);
+                ReadTokenName(next, false);
                 type = TokenHashName;
                 break;
             }
@@ -144,7 +173,7 @@ int CScanner::NextToken() {
                     type = TokenLoneReference;
                     break;
                 }
-                if (const CEntity* entity = m_pDtd ? m_pDtd->FindParameterEntity(m_sToken) : nullptr) {
+                if (const CEntity* entity = m_pDtd ? m_pDtd->FindParameterEntity(m_vToken) : nullptr) {
                     if (!entity->m_bExternal) {
                         PushEntity(entity);
                         continue;
@@ -205,8 +234,7 @@ int CScanner::ScanMarkupOpen() {
     if (unit == u'?') {
         DomChar next = NextChar();
         if (!IsNameStartChar(next)) Fail(Code::BadToken);
-        m_sToken.assign(1, next);
-        ReadNameRest(m_sToken);
+        ReadTokenName(next, false);
         if (!EqualsIgnoringAsciiCase(m_sToken, u"xml")) return TokenPi;
         if (m_sToken != u"xml") Fail(Code::BadToken);
         return TokenXmlDecl;
@@ -214,8 +242,7 @@ int CScanner::ScanMarkupOpen() {
     if (unit == u'!') {
         DomChar next = NextChar();
         if (IsNameStartChar(next)) {
-            m_sToken.assign(1, next);
-            ReadNameRest(m_sToken);
+            ReadTokenName(next, false);
             return TokenMarkupDecl;
         }
         if (next == u'[') {
@@ -239,8 +266,7 @@ bool CScanner::ScanReferenceName() {
         PushBack(next);
         return false;
     }
-    m_sToken.assign(1, next);
-    ReadNameRest(m_sToken);
+    ReadTokenName(next, false);
     if (NextChar() != u';') Fail(Code::BadToken);
     return true;
 }
@@ -273,6 +299,26 @@ void CScanner::ReadNameRest(DomString& name) {
         }
         name += unit;
     }
+}
+
+// The token's name from its first unit on. In place, a name that ends inside the top buffer is
+// left there: the first unit was the last one read from that buffer.
+void CScanner::ReadTokenName(DomChar first, bool inPlace) {
+    if (inPlace) {
+        CCharStream* top = m_pStack->Top();
+        const DomChar* begin = top->Current();
+        const DomChar* end = top->End();
+        const DomChar* p = begin;
+        while (p < end && IsNameChar(*p)) ++p;
+        if (p < end && begin[-1] == first) {
+            m_vToken = DomStringView(begin - 1, static_cast<size_t>(p - begin + 1));
+            top->Advance(static_cast<int>(p - begin));
+            return;
+        }
+    }
+    m_sToken.assign(1, first);
+    ReadNameRest(m_sToken);
+    m_vToken = m_sToken;
 }
 
 // A name that must begin with a name start and end with ";".
@@ -323,9 +369,7 @@ void CScanner::CopyRun(const SStopSet& stops) {
     CCharStream* top = m_pStack->Top();
     const DomChar* begin = top->Current();
     const DomChar* end = top->End();
-    const DomChar* p = begin;
-    while (p < end && !(*p < 128 && stops.m_abStop[*p])) ++p;
-    int count = static_cast<int>(p - begin);
+    int count = static_cast<int>(FindStop(begin, end, stops) - begin);
     if (count == 0) return;
     Append(begin, count);
     top->Advance(count);
@@ -366,7 +410,31 @@ void CScanner::Flush() {
 
 // ---- content ----
 
+// Text that ends at "<" inside the top buffer, with nothing collected before it and no more
+// than a chunk of it, goes to the handler straight from the buffer, in the same one call a
+// chunk would have made.
+bool CScanner::PassTextInPlace() {
+    CCharStream* top = m_pStack->Top();
+    const DomChar* begin = top->Current();
+    const DomChar* end = top->End();
+    const DomChar* lineStart = nullptr;
+    int lines = 0;
+    const DomChar* p = begin;
+    for (;;) {
+        p = FindStop(p, end, s_textStops);
+        if (p == end || *p != u'\n') break;
+        ++lines;
+        lineStart = ++p;
+    }
+    int count = static_cast<int>(p - begin);
+    if (p == end || *p != u'<' || count > ChunkSize) return false;
+    top->AdvanceOverLines(count, lines, lineStart);
+    if (count > 0) m_pHandler->Characters(begin, count);
+    return true;
+}
+
 bool CScanner::ReadCharData() {
+    if (m_nChunk == 0 && !m_pCollect && PassTextInPlace()) return false;
     for (;;) {
         CopyRun(s_textStops);
         DomChar unit = NextChar();
@@ -403,6 +471,7 @@ bool CScanner::ReadContentReference() {
     }
     PushBack(unit);
     ReadEntityName(m_sToken);
+    SetTokenCopy();
     if (DomChar predefined = PredefinedUnit(m_sToken)) {
         AppendUnit(predefined);
         return true;
@@ -485,7 +554,23 @@ bool CScanner::IsLiteralEnd(DomChar unit) {
     return unit == m_nQuote && depth == m_nLiteralDepth;
 }
 
+// A value that ends at its quote inside the top buffer, with nothing that needs replacing and
+// no more than a chunk of it, goes to the handler straight from the buffer once the quote is
+// read, as a chunk would have.
+bool CScanner::PassValueInPlace() {
+    if (m_nChunk != 0 || m_pCollect || m_pStack->GetDepth() != m_nLiteralDepth) return false;
+    CCharStream* top = m_pStack->Top();
+    const DomChar* begin = top->Current();
+    const DomChar* p = FindStop(begin, top->End(), s_attributeStops);
+    int count = static_cast<int>(p - begin);
+    if (p == top->End() || *p != m_nQuote || count > ChunkSize) return false;
+    top->Advance(count + 1);
+    if (count > 0) m_pHandler->Characters(begin, count);
+    return true;
+}
+
 void CScanner::ReadAttributeValue() {
+    if (PassValueInPlace()) return;
     for (;;) {
         CopyRun(s_attributeStops);
         DomChar unit = NextChar();

@@ -49,8 +49,10 @@ enum ETokenType : int {
     TokenPi = 32
 };
 
-// The set of units at which a block copy stops; only ASCII units can be in it.
+// The set of units at which a block copy stops; only ASCII units can be in it, at most eight,
+// each also kept eight times over for comparing a vector of units at once.
 struct SStopSet {
+    alignas(16) DomChar m_aKeys[8][8];
     bool m_abStop[128];
 };
 
@@ -71,8 +73,11 @@ public:
     int NextToken();
     int GetToken() const { return m_nToken; }
     // The name of a name, reference, markup-declaration, "#" or processing-instruction token.
-    DomStringView GetTokenText() const { return m_sToken; }
+    DomStringView GetTokenText() const { return m_vToken; }
     void SetInContent(bool inContent) { m_bInContent = inContent; }
+    // Lets the names of tags stand in the stream buffer rather than in a copy; their token
+    // text is then valid only until the next character is read.
+    void SetNamesInPlace(bool inPlace) { m_bNamesInPlace = inPlace; }
     void SetInDeclaration(bool inDeclaration) { m_bInDeclaration = inDeclaration; }
 
     // Characters.
@@ -110,6 +115,8 @@ private:
     int ScanMarkupOpen();
     bool ScanReferenceName();
     void ReadNameRest(DomString& name);
+    void ReadTokenName(DomChar first, bool inPlace);
+    void SetTokenCopy() { m_vToken = m_sToken; }
     void ReadEntityName(DomString& name);
     uint32_t ReadCharRefValue();
     bool ReadContentReference();
@@ -119,6 +126,8 @@ private:
     void PushEntity(const CEntity* entity);
     bool IsLiteralEnd(DomChar unit);
 
+    bool PassTextInPlace();
+    bool PassValueInPlace();
     void CopyRun(const SStopSet& stops);
     void Append(const DomChar* units, int count);
     void AppendUnit(DomChar unit) {
@@ -141,12 +150,14 @@ private:
 
     int m_nToken = TokenEnd;
     DomString m_sToken;
+    DomStringView m_vToken;  // m_sToken, or a name in the stream buffer
     DomString m_sName;  // entity names met inside literals and text
     DomString m_sData;  // processing-instruction data
     DomChar m_nQuote = 0;
     int m_nLiteralDepth = 0;
     bool m_bInContent = false;
     bool m_bInDeclaration = false;
+    bool m_bNamesInPlace = false;
 
     DomChar m_aChunk[ChunkSize];
     int m_nChunk = 0;
