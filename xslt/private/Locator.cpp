@@ -107,14 +107,22 @@ CLocator::SDocument* CLocator::StartDocument(const void* key, DomStringView uri,
 
 namespace {
 
-void PutNumber(TArray<uint8_t>& stream, uint32_t number) {
-    // Millions of nodes: the stream doubles rather than growing by the common step.
-    if (stream.GetSize() + 5 > stream.GetCapacity()) stream.Reserve(stream.GetCapacity() * 2 + 64);
+// Writes the number in seven-bit groups, lowest first, and returns the byte behind it.
+uint8_t* PutNumber(uint8_t* at, uint32_t number) {
     while (number >= 0x80) {
-        stream.Add(static_cast<uint8_t>(number | 0x80));
+        *at++ = static_cast<uint8_t>(number | 0x80);
         number >>= 7;
     }
-    stream.Add(static_cast<uint8_t>(number));
+    *at++ = static_cast<uint8_t>(number);
+    return at;
+}
+
+void PutPlace(TArray<uint8_t>& stream, uint32_t step, uint32_t column) {
+    uint8_t bytes[10];
+    int count = static_cast<int>(PutNumber(PutNumber(bytes, step), column) - bytes);
+    // Millions of nodes: the stream doubles rather than growing by the common step.
+    if (stream.GetSize() + count > stream.GetCapacity()) stream.Reserve(stream.GetCapacity() * 2 + 64);
+    stream.Append(bytes, count);
 }
 
 uint32_t TakeNumber(const TArray<uint8_t>& stream, int& at) {
@@ -146,8 +154,7 @@ void CLocator::AddToRuns(SDocument& document, uint32_t order, int line, int colu
         runs.Add(SLineRun{order, line, static_cast<uint32_t>(document.aSteps.GetSize())});
         step = 0;
     }
-    PutNumber(document.aSteps, step);
-    PutNumber(document.aSteps, static_cast<uint32_t>(column));
+    PutPlace(document.aSteps, step, static_cast<uint32_t>(column));
     document.nLastOrder = order;
 }
 
