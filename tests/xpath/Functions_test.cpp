@@ -46,6 +46,21 @@ TEST(CoreFunctions, AbsentArgumentsTakeTheContextNode) {
     for (auto& row : rows) EXPECT_EQ(evaluator.String(row[0]), row[1]) << row[0];
 }
 
+// string-length of a node measures its texts without building the string-value, so it must
+// agree with the string-value for every kind of node, nested containers and empty sets.
+TEST(CoreFunctions, StringLengthOfNodesAgreesWithTheirStringValue) {
+    CEvaluator evaluator(kDoc);
+    for (const char* nodes : {"/", "/r", "//e[1]", "//e[2]", "//f", "//g", "//p:h", "//e[1]/@k", "//e[1]/text()",
+                              "//comment()", "//processing-instruction()", "//g/namespace::p", "//nothing"}) {
+        std::string length = std::string("string-length(") + nodes + ")";
+        std::string measured = std::string("string-length(string(") + nodes + "))";
+        EXPECT_EQ(evaluator.String(length), evaluator.String(measured)) << nodes;
+    }
+    EXPECT_EQ(evaluator.String("string-length(/r)"), "10");  // "xcd 1 23.5"
+    evaluator.MoveTo("/r/f");
+    EXPECT_EQ(evaluator.String("string-length()"), "1");
+}
+
 TEST(CoreFunctions, NumberAndBooleanFunctions) {
     CEvaluator evaluator(kDoc);
     const char* rows[][2] = {

@@ -7,6 +7,7 @@
 #include "xpath/CoreFunctionLibrary.h"
 #include "xpath/Converter.h"
 #include "xpath/NodeSet.h"
+#include "xpath/PathExpr.h"
 #include "xpath/Scanner.h"
 #include "xpath/SortedNodeList.h"
 #include "xpath/Value.h"
@@ -215,7 +216,38 @@ KST_CORE_FUNCTION(CSubstringFunction, u"substring", 2, 3) {
         result = new CStringValue(DomString(text.substr(first, last - first)));
 }
 
+// The length of a node's string-value without building it: below an element or the document
+// the texts, comments and processing instructions are measured in order, as the string-value
+// gathers them.
+size_t StringValueLength(const Dom::CNode* root) {
+    int type = root->GetNodeType();
+    if (type != Dom::ELEMENT_NODE && type != Dom::DOCUMENT_NODE) return root->GetStringValue().size();
+    size_t length = 0;
+    const Dom::CNode* node = root->GetFirstChild();
+    while (node) {
+        if (const Dom::CNode* child = node->GetFirstChild()) {
+            node = child;
+            continue;
+        }
+        if (node->GetNodeType() != Dom::ELEMENT_NODE) length += node->GetTextView().size();
+        while (node != root) {
+            if (const Dom::CNode* next = node->GetNextSibling()) {
+                node = next;
+                break;
+            }
+            node = node->GetParentNode();
+        }
+        if (node == root) break;
+    }
+    return length;
+}
+
 KST_CORE_FUNCTION(CStringLengthFunction, u"string-length", 0, 1) {
+    if (arguments.IsEmpty() || arguments[0]->GetType() == TypeNodeSet) {
+        Dom::CNode* node = arguments.IsEmpty() ? context->GetNode() : RequireNodeSet(arguments[0])->GetFirst();
+        result = new CNumberValue(node ? static_cast<double>(StringValueLength(node)) : 0.0);
+        return;
+    }
     DomString buffer;
     result = new CNumberValue(static_cast<double>(Text(context, arguments, 0, buffer).size()));
 }
