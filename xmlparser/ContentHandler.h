@@ -13,6 +13,11 @@ public:
     virtual DomString GetSystemId() const = 0;
     virtual int GetColumn() const = 0;
     virtual int GetLine() const = 0;
+    // Line and column in one call, for a handler that asks at every node.
+    virtual void GetPosition(int& line, int& column) const {
+        line = GetLine();
+        column = GetColumn();
+    }
 };
 
 // Attributes follow StartElement and come before anything else of the element, each as

@@ -49,6 +49,10 @@ public:
     void SetEofAllowed(bool allowed) { m_bEofAllowed = allowed; }
     int GetLine() const { return m_pTop ? m_pTop->GetLine() : 0; }
     int GetColumn() const { return m_pTop ? m_pTop->GetColumn() : 0; }
+    void GetPosition(int& line, int& column) const {
+        line = GetLine();
+        column = GetColumn();
+    }
 
 private:
     DomChar NextCharSlow();

@@ -2,6 +2,8 @@
 // so a lookup is a binary search over the lines and a short walk within one.
 #include "xslt/private/Locator.h"
 
+#include <cstring>
+
 #include "dom/Document.h"
 #include "dom/Node.h"
 
@@ -43,7 +45,10 @@ void CLocator::NodeCreated(Dom::CNode* node) {
         m_pActiveDocument = StartDocument(key, m_pActiveLocator->GetSystemId(), m_pActiveLocator->GetPublicId());
     }
     if (!m_pActiveDocument || m_pActiveDocument->pKey != key) return;
-    AddRecord(*m_pActiveDocument, node->GetOrder(), m_pActiveLocator->GetLine(), m_pActiveLocator->GetColumn());
+    int line = 0;
+    int column = 0;
+    m_pActiveLocator->GetPosition(line, column);
+    AddRecord(*m_pActiveDocument, node->GetOrder(), line, column);
 }
 
 void CLocator::AddLocation(const Xslt::SLocation& location, DomStringView uri, DomStringView publicId, int line,
@@ -117,15 +122,8 @@ uint8_t* PutNumber(uint8_t* at, uint32_t number) {
     return at;
 }
 
-void PutPlace(TArray<uint8_t>& stream, uint32_t step, uint32_t column) {
-    uint8_t bytes[10];
-    int count = static_cast<int>(PutNumber(PutNumber(bytes, step), column) - bytes);
-    // Millions of nodes: the stream doubles rather than growing by the common step.
-    if (stream.GetSize() + count > stream.GetCapacity()) stream.Reserve(stream.GetCapacity() * 2 + 64);
-    stream.Append(bytes, count);
-}
-
-uint32_t TakeNumber(const TArray<uint8_t>& stream, int& at) {
+template <class TBytes>
+uint32_t TakeNumber(const TBytes& stream, int& at) {
     uint32_t number = 0;
     for (int shift = 0;; shift += 7) {
         uint8_t byte = stream[at++];
@@ -154,7 +152,8 @@ void CLocator::AddToRuns(SDocument& document, uint32_t order, int line, int colu
         runs.Add(SLineRun{order, line, static_cast<uint32_t>(document.aSteps.GetSize())});
         step = 0;
     }
-    PutPlace(document.aSteps, step, static_cast<uint32_t>(column));
+    uint8_t* at = document.aSteps.Room(10);
+    document.aSteps.Commit(PutNumber(PutNumber(at, step), static_cast<uint32_t>(column)));
     document.nLastOrder = order;
 }
 
@@ -216,6 +215,16 @@ bool CLocator::FindInRuns(const SDocument& document, uint32_t order, int& line, 
         if (current > order) return false;
     }
     return false;
+}
+
+// Millions of nodes: the stream doubles rather than growing by the common step.
+void CLocator::CPackedBytes::Grow(int count) {
+    int capacity = m_nCapacity * 2 + 64;
+    if (capacity < m_nSize + count) capacity = m_nSize + count;
+    std::unique_ptr<uint8_t[]> bytes(new uint8_t[static_cast<size_t>(capacity)]);
+    if (m_nSize > 0) std::memcpy(bytes.get(), m_pBytes.get(), static_cast<size_t>(m_nSize));
+    m_pBytes = std::move(bytes);
+    m_nCapacity = capacity;
 }
 
 void CLocatorFactory::Create(TRefPtr<CLocator>& locator) { locator = new CLocator; }

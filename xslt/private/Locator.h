@@ -8,6 +8,7 @@
 // GetNodeLocation. Nodes built without a parser (fragments, rebuilt trees) have none.
 #pragma once
 #include <cstdint>
+#include <memory>
 
 #include "core/Array.h"
 #include "core/DomString.h"
@@ -56,6 +57,24 @@ private:
         int nLine;
         uint32_t nOffset;
     };
+    // The packed stream: it doubles as it grows and takes a node's bytes with one test of room.
+    class CPackedBytes {
+    public:
+        int GetSize() const { return m_nSize; }
+        uint8_t operator[](int i) const { return m_pBytes[i]; }
+        // Room for `count` more bytes at the returned address; Commit sets the new end.
+        uint8_t* Room(int count) {
+            if (m_nSize + count > m_nCapacity) Grow(count);
+            return m_pBytes.get() + m_nSize;
+        }
+        void Commit(const uint8_t* end) { m_nSize = static_cast<int>(end - m_pBytes.get()); }
+
+    private:
+        void Grow(int count);
+        std::unique_ptr<uint8_t[]> m_pBytes;
+        int m_nSize = 0;
+        int m_nCapacity = 0;
+    };
     // A source document has millions of nodes, so their places are packed: per line a run, per
     // node two variable-length numbers (the step from the previous order, the column). Places
     // given out of building order stand in a small sorted table that takes precedence.
@@ -64,7 +83,7 @@ private:
         DomString sUri;
         DomString sPublicId;
         TArray<SLineRun> aRuns;
-        TArray<uint8_t> aSteps;
+        CPackedBytes aSteps;
         uint32_t nLastOrder = 0;
         TArray<SRecord> aRecords;  // ascending by order
     };
