@@ -42,8 +42,8 @@ inline bool IsLegalChar(DomChar unit) { return CharClass(unit) != ClassIllegal; 
 inline bool IsSpaceChar(DomChar unit) { return CharClass(unit) == ClassSpace; }
 inline bool IsNameStartChar(DomChar unit) { return CharClass(unit) == ClassNameStart; }
 inline bool IsNameChar(DomChar unit) {
-    int c = CharClass(unit);
-    return c == ClassNameStart || c == ClassNameChar || c == ClassMinus;
+    constexpr unsigned nameClasses = 1u << ClassNameStart | 1u << ClassNameChar | 1u << ClassMinus;
+    return (nameClasses >> CharClass(unit)) & 1u;
 }
 
 inline bool EqualsIgnoringAsciiCase(DomStringView a, DomStringView b) {
