@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 #include "dom/DomException.h"
@@ -38,8 +39,8 @@ CDocumentData::CDocumentData(CDocument* document, uint32_t documentNumber)
 }
 
 CDocumentData::~CDocumentData() {
-    for (char* chunk : m_aNodeChunks) std::free(chunk);
-    for (DomChar* chunk : m_aTextChunks) std::free(chunk);
+    for (char* chunk : m_aNodeChunks) FreeChunk(chunk);
+    for (DomChar* chunk : m_aTextChunks) FreeChunk(chunk);
     while (m_pScopes) {
         CNamespaceScope* previous = m_pScopes->GetPrevious();
         delete m_pScopes;
@@ -47,30 +48,58 @@ CDocumentData::~CDocumentData() {
     }
 }
 
-char* CDocumentData::AddNodeChunk(size_t size) {
-    char* chunk = static_cast<char*>(std::malloc(size));
+namespace {
+// Past this much chunk memory a document is large, and its chunks come from the arena.
+const size_t kArenaThreshold = size_t(2) << 20;
+}  // namespace
+
+void* CDocumentData::NewChunk(size_t size) {
+    m_nChunkBytes += size;
+    if (m_nChunkBytes > kArenaThreshold) {
+        if (void* chunk = m_oArena.Allocate(size)) return chunk;
+    }
+    void* chunk = std::malloc(size);
     if (!chunk) throw std::bad_alloc();
+    return chunk;
+}
+
+// As realloc: the content moves with the chunk.
+void* CDocumentData::ResizeChunk(void* chunk, size_t size) {
+    if (!m_oArena.Owns(chunk)) {
+        void* moved = std::realloc(chunk, size);
+        if (!moved) throw std::bad_alloc();
+        return moved;
+    }
+    if (m_oArena.TryExtend(chunk, size)) return chunk;
+    void* moved = NewChunk(size);
+    std::memcpy(moved, chunk, std::min(size, CChunkArena::SizeOf(chunk)));
+    return moved;  // the old room stays with the arena until the document goes
+}
+
+void CDocumentData::FreeChunk(void* chunk) {
+    if (!m_oArena.Owns(chunk)) std::free(chunk);
+}
+
+char* CDocumentData::AddNodeChunk(size_t size) {
+    char* chunk = static_cast<char*>(NewChunk(size));
     m_aNodeChunks.Add(chunk);
     return chunk;
 }
 
 DomChar* CDocumentData::AddTextChunk(size_t size) {
-    DomChar* chunk = static_cast<DomChar*>(std::malloc(size * sizeof(DomChar)));
-    if (!chunk) throw std::bad_alloc();
+    DomChar* chunk = static_cast<DomChar*>(NewChunk(size * sizeof(DomChar)));
     m_aTextChunks.Add(chunk);
     return chunk;
 }
 
 char* CDocumentData::ResizeLastNodeChunk(size_t size) {
-    char* chunk = static_cast<char*>(std::realloc(m_aNodeChunks.Last(), size));
-    if (!chunk) throw std::bad_alloc();
+    char* chunk = static_cast<char*>(ResizeChunk(m_aNodeChunks.Last(), size));
     m_aNodeChunks.Last() = chunk;
     return chunk;
 }
 
 DomChar* CDocumentData::ReplaceLastTextChunk(size_t size) {
-    DomChar* chunk = static_cast<DomChar*>(std::realloc(m_aTextChunks.Last(), size * sizeof(DomChar)));
-    if (!chunk) throw std::bad_alloc();
+    DomChar* chunk = static_cast<DomChar*>(ResizeChunk(m_aTextChunks.Last(), size * sizeof(DomChar)));
     m_aTextChunks.Last() = chunk;
     return chunk;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "core/Array.h"
+#include "dom/private/ChunkArena.h"
 #include "dom/Document.h"
 #include "dom/Name.h"
 #include "dom/NamespaceScope.h"
@@ -63,6 +64,9 @@ public:
     int m_nNodeChunkSize;
     TArray<DomChar*> m_aTextChunks;
     int m_nTextChunkSize;
+    // Chunks come from the general allocator until the document has taken a few megabytes.
+    size_t m_nChunkBytes = 0;
+    CChunkArena m_oArena;
 
     DomString m_sUri;
     TArray<SIdDeclaration> m_aIdDeclarations;
@@ -70,6 +74,11 @@ public:
     // Sorted by value, then document order; built at the first ID lookup.
     TArray<SIdEntry> m_aIdIndex;
     bool m_bIdIndexBuilt;
+
+private:
+    void* NewChunk(size_t size);
+    void* ResizeChunk(void* chunk, size_t size);
+    void FreeChunk(void* chunk);
 };
 
 }  // namespace Dom

@@ -365,6 +365,45 @@ TEST(DocumentBuilder, ManySmallNodesCrossChunkBoundaries) {
     EXPECT_EQ(i, 20000);
 }
 
+// A large document takes its chunks from the arena after the first megabytes: chunks that grow
+// there (many attributes, long texts) and chunks too large for it must keep their content.
+TEST(DocumentBuilder, LargeDocumentKeepsContentWhereChunksGrowOrMove) {
+    CEventFeeder feeder;
+    feeder.Start("r");
+    const int lead = 40000;
+    for (int i = 0; i < lead; ++i) feeder.Start("e").Attribute("n", std::to_string(i)).Text(std::to_string(i)).End();
+    feeder.Start("wide");
+    for (int i = 0; i < 3000; ++i) feeder.Attribute(Numbered("a", i), std::to_string(i));
+    feeder.End();
+    std::string expected[2];
+    for (int t = 0; t < 2; ++t) {
+        feeder.Start("long");
+        std::string piece(1000, 'a');
+        for (int i = 0; i < (t == 0 ? 100 : 400); ++i) {
+            piece[0] = static_cast<char>('A' + i % 26);
+            feeder.Text(piece);
+            expected[t] += piece;
+        }
+        feeder.End();
+    }
+    feeder.Start("last").Attribute("k", "v").End().End();
+    CElement* root = feeder.Finish()->GetDocumentElement();
+    CNode* child = root->GetFirstChild();
+    for (int i = 0; i < lead; ++i, child = child->GetNextSibling()) {
+        ASSERT_EQ(static_cast<CElement*>(child)->GetAttribute(u"n"), U(std::to_string(i)));
+        ASSERT_EQ(child->GetFirstChild()->GetTextView(), U(std::to_string(i)));
+    }
+    ASSERT_EQ(child->GetNodeName(), u"wide");
+    ASSERT_EQ(child->GetAttributeCount(), 3000);
+    for (int i = 0; i < 3000; ++i) ASSERT_EQ(child->GetAttributeAt(i)->GetNodeValue(), U(std::to_string(i)));
+    for (int t = 0; t < 2; ++t) {
+        child = child->GetNextSibling();
+        EXPECT_EQ(child->GetFirstChild()->GetTextView(), U(expected[t])) << t;
+    }
+    EXPECT_EQ(static_cast<CElement*>(child->GetNextSibling())->GetAttribute(u"k"), u"v");
+    EXPECT_EQ(root->GetLastChild()->GetPreviousSibling(), child);
+}
+
 TEST(DocumentBuilder, KeepsDeclaredIdAttributesAndUnparsedEntities) {
     CEventFeeder feeder;
     TRefPtr<Sxp::IDtdHandler> dtd;
