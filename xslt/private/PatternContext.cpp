@@ -7,9 +7,12 @@ namespace XsltPrivate {
 
 namespace {
 
+// The hash of the local name; a name without prefix has it in its record already.
 int32_t NameHashOf(const Dom::CNode* node) {
     if (!node || node->GetNodeType() != Dom::ELEMENT_NODE) return -1;
-    return static_cast<int32_t>(Core::HashText(node->GetName()->GetLocalName()));
+    const Dom::CName* name = node->GetName();
+    if (name->GetLocalName().size() == name->GetQualifiedName().size()) return static_cast<int32_t>(name->GetHash());
+    return static_cast<int32_t>(Core::HashText(name->GetLocalName()));
 }
 
 }  // namespace
