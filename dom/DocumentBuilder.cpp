@@ -80,7 +80,8 @@ CDocumentBuilder::CDocumentBuilder(CNode* target, CStripSpaceRules* rules, IBuil
       m_bMayStrip(false),
       m_bPreserve(true),
       m_bPreserveEffective(true),
-      m_aSharedTexts() {}
+      m_aSharedTexts(),
+      m_aResolvedNames() {}
 
 CDocumentBuilder::~CDocumentBuilder() = default;
 
@@ -105,7 +106,7 @@ void CDocumentBuilder::StartDocument() {
     m_bMayStrip = m_pRules && m_pRules->GetAnyStrip();
     m_bPreserve = m_bPreserveEffective = !m_bMayStrip;
     m_bScopeOwned = m_bPrefixMissing = m_bInStartTag = m_bElementMoved = m_bTextPending = false;
-    Notify(m_pTarget);
+    Notify(m_pTarget, m_pTarget->GetOrder());
 }
 
 void CDocumentBuilder::EndDocument() {
@@ -161,9 +162,26 @@ void CDocumentBuilder::ResolveAgain() {
         attributes[i].m_pName = ResolveName(attributes[i].m_pName->m_sQualifiedName, false, true);
 }
 
+// A name met before in the same scope is taken from the recent names, except while the element
+// declares namespaces, when its scope is still filling.
+const CName* CDocumentBuilder::ResolveName(DomStringView qualifiedName, bool isElement, bool raise) {
+    unsigned int hash = Core::HashText(qualifiedName);
+    if (m_bScopeOwned) return LookUpName(qualifiedName, hash, isElement, raise);
+    SResolvedName& recent = m_aResolvedNames[isElement][hash % RESOLVED_NAME_SLOTS];
+    if (recent.pScope == m_pScope && recent.pName->m_nHash == hash && recent.pName->m_sQualifiedName == qualifiedName)
+        return recent.pName;
+    bool prefixMissing = m_bPrefixMissing;
+    m_bPrefixMissing = false;
+    const CName* name = LookUpName(qualifiedName, hash, isElement, raise);
+    if (!m_bPrefixMissing) recent = SResolvedName{name, m_pScope};
+    m_bPrefixMissing |= prefixMissing;
+    return name;
+}
+
 // Splits at the first ":"; an unprefixed element takes the default namespace, an unprefixed
 // attribute none. An unbound prefix raises code 8 when `raise` is set and is noted otherwise.
-const CName* CDocumentBuilder::ResolveName(DomStringView qualifiedName, bool isElement, bool raise) {
+const CName* CDocumentBuilder::LookUpName(DomStringView qualifiedName, unsigned int hash, bool isElement,
+                                          bool raise) {
     DomStringView uri;
     size_t colon = qualifiedName.find(u':');
     if (colon != DomStringView::npos || isElement) {
@@ -177,7 +195,7 @@ const CName* CDocumentBuilder::ResolveName(DomStringView qualifiedName, bool isE
         }
     }
     CNameTable& table = isElement ? m_pData->m_oElementNames : m_pData->m_oAttributeNames;
-    return table.Intern(qualifiedName, uri, Core::HashText(qualifiedName));
+    return table.Intern(qualifiedName, uri, hash);
 }
 
 void* CDocumentBuilder::AllocateNode(size_t size) {
@@ -222,7 +240,7 @@ void CDocumentBuilder::StartElement(DomStringView name) {
     m_pFirst = m_pLast = nullptr;
     if (m_pRules) m_aPreserveStack.Add(static_cast<unsigned char>((m_bPreserve ? 2 : 0) | (m_bPreserveEffective ? 1 : 0)));
     m_bInStartTag = true;
-    Notify(element);
+    Notify(element, element->m_nOrder);
 }
 
 void CDocumentBuilder::EndElement() {
@@ -279,7 +297,7 @@ void CDocumentBuilder::StartAttribute(DomStringView name) {
     attribute->m_pValue = EMPTY_TEXT;
     ++m_pElement->m_nAttributeCount;
     m_pAttribute = attribute;
-    Notify(attribute);
+    Notify(attribute, attribute->m_nOrder);
 }
 
 // The attributes must lie directly behind their element, so an element whose next attribute
@@ -417,7 +435,7 @@ void CDocumentBuilder::CloseText() {
     CText* text = static_cast<CText*>(AllocateCharacterData(data));
     LinkChild(text, CDocumentData::TEXT_CLASS);
     SetData(text, data);
-    Notify(text);
+    Notify(text, text->m_nOrder);
 }
 
 // A text or comment record within reach of its data's offset. Data in the text chunks nearly
@@ -444,7 +462,7 @@ void CDocumentBuilder::StartComment() {
     SetData(comment, reinterpret_cast<const DomChar*>(&comment->m_pNext));
     m_pComment = comment;
     BeginCollecting();
-    Notify(comment);
+    Notify(comment, comment->m_nOrder);
 }
 
 void CDocumentBuilder::EndComment() {
@@ -476,11 +494,11 @@ void CDocumentBuilder::ProcessingInstruction(DomStringView target, DomStringView
     LinkChild(instruction, CDocumentData::PROCESSING_INSTRUCTION_CLASS);
     instruction->m_pTarget = CopyText(target);
     instruction->m_pData = CopyText(data);
-    Notify(instruction);
+    Notify(instruction, instruction->m_nOrder);
 }
 
-void CDocumentBuilder::Notify(CNode* node) {
-    if (m_pListener) m_pListener->NodeCreated(node);
+void CDocumentBuilder::Notify(CNode* node, uint32_t order) {
+    if (m_pListener) m_pListener->NodeCreated(node, order);
 }
 
 }  // namespace Dom

@@ -17,7 +17,8 @@ class CDocumentData;
 class IBuildListener : public CRefObject {
 public:
     virtual void SetLocator(Sxp::ILocator* locator) = 0;
-    virtual void NodeCreated(CNode* node) = 0;
+    // `order` is the node's order number, handed over so that no call is spent asking for it.
+    virtual void NodeCreated(CNode* node, uint32_t order) = 0;
     // An element that outgrew its chunk was copied, with its attributes, to a new address
     // before anything else could refer to it, or a comment was, to lie near its text; called
     // once for each record copied. `from` is only a key: its memory may be gone.
@@ -65,6 +66,7 @@ private:
     void CompleteStartTag();
     void ResolveAgain();
     const CName* ResolveName(DomStringView qualifiedName, bool isElement, bool raise);
+    const CName* LookUpName(DomStringView qualifiedName, unsigned int hash, bool isElement, bool raise);
     void* AllocateNode(size_t size);
     void LinkChild(CChildNode* node, int classIndex);
     void TagLastChild();
@@ -80,7 +82,7 @@ private:
     void CloseText();
     CCharacterData* AllocateCharacterData(const DomChar*& data);
     void MoveComment(const DomChar*& data);
-    void Notify(CNode* node);
+    void Notify(CNode* node, uint32_t order);
 
     // The document or fragment built, and the document that owns its records.
     TNodeRef m_pTarget;
@@ -125,6 +127,14 @@ private:
     // Short texts already stored, by hash: repeated values and indentation are stored once.
     enum { SHARED_TEXT_LIMIT = 16, SHARED_TEXT_SLOTS = 256 };
     const DomChar* m_aSharedTexts[SHARED_TEXT_SLOTS];
+    // Names recently resolved, by kind (attribute, element) and hash, with the scope they were
+    // resolved in: a tag name repeats in the same scope far more often than not.
+    struct SResolvedName {
+        const CName* pName;
+        const CNamespaceScope* pScope;
+    };
+    enum { RESOLVED_NAME_SLOTS = 64 };
+    SResolvedName m_aResolvedNames[2][RESOLVED_NAME_SLOTS];
     // Two bits per open element (preserve, effective), kept only when rules are set.
     TArray<unsigned char> m_aPreserveStack;
 };

@@ -441,7 +441,7 @@ namespace {
 class CRecordingListener : public Dom::IBuildListener {
 public:
     void SetLocator(Sxp::ILocator*) override {}
-    void NodeCreated(CNode* node) override { m_aCreated.push_back(node); }
+    void NodeCreated(CNode* node, uint32_t) override { m_aCreated.push_back(node); }
     void NodeMoved(CNode* from, CNode* to) override {
         for (CNode*& node : m_aCreated) {
             if (node == from) node = to;

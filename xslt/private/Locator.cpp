@@ -32,7 +32,7 @@ void CLocator::SetLocator(Sxp::ILocator* locator) {
 
 // The URI is taken once per document: the parser reads no external entities, so it does not
 // change within one.
-void CLocator::NodeCreated(Dom::CNode* node) {
+void CLocator::NodeCreated(Dom::CNode* node, uint32_t order) {
     const void* key = DocumentKey(node);
     if (node->GetNodeType() == Dom::DOCUMENT_NODE) {
         m_pActiveLocator = m_pPendingLocator;
@@ -48,7 +48,7 @@ void CLocator::NodeCreated(Dom::CNode* node) {
     int line = 0;
     int column = 0;
     m_pActiveLocator->GetPosition(line, column);
-    AddRecord(*m_pActiveDocument, node->GetOrder(), line, column);
+    AddRecord(*m_pActiveDocument, order, line, column);
 }
 
 void CLocator::AddLocation(const Xslt::SLocation& location, DomStringView uri, DomStringView publicId, int line,
@@ -144,17 +144,23 @@ void CLocator::AddRecord(SDocument& document, uint32_t order, int line, int colu
     }
 }
 
+// Most nodes share the line of the one before; a new line starts a run out of line, so that
+// the common path saves no registers for it.
 void CLocator::AddToRuns(SDocument& document, uint32_t order, int line, int column) {
-    TArray<SLineRun>& runs = document.aRuns;
-    uint32_t step = order - document.nLastOrder;
-    if (runs.IsEmpty() || runs.Last().nLine != line) {
-        if (runs.GetSize() == runs.GetCapacity()) runs.Reserve(runs.GetSize() * 2 + 16);
-        runs.Add(SLineRun{order, line, static_cast<uint32_t>(document.aSteps.GetSize())});
-        step = 0;
-    }
+    const TArray<SLineRun>& runs = document.aRuns;
+    uint32_t step = !runs.IsEmpty() && runs.Last().nLine == line ? order - document.nLastOrder
+                                                                  : StartRun(document, order, line);
     uint8_t* at = document.aSteps.Room(10);
     document.aSteps.Commit(PutNumber(PutNumber(at, step), static_cast<uint32_t>(column)));
     document.nLastOrder = order;
+}
+
+// Opens a run at the node, whose step within it is then 0.
+uint32_t CLocator::StartRun(SDocument& document, uint32_t order, int line) {
+    TArray<SLineRun>& runs = document.aRuns;
+    if (runs.GetSize() == runs.GetCapacity()) runs.Reserve(runs.GetSize() * 2 + 16);
+    runs.Add(SLineRun{order, line, static_cast<uint32_t>(document.aSteps.GetSize())});
+    return 0;
 }
 
 void CLocator::InsertRecord(SDocument& document, const SRecord& record) {

@@ -29,7 +29,7 @@ public:
     // Builder notifications: the parser's locator (null when parsing ends), then every node as it
     // is made, the document first. A new document under a known key starts afresh.
     void SetLocator(Sxp::ILocator* locator) override;
-    void NodeCreated(Dom::CNode* node) override;
+    void NodeCreated(Dom::CNode* node, uint32_t order) override;
 
     // Records where the node at `location` was read.
     void AddLocation(const Xslt::SLocation& location, DomStringView uri, DomStringView publicId, int line,
@@ -92,6 +92,7 @@ private:
     SDocument* StartDocument(const void* key, DomStringView uri, DomStringView publicId);
     static void AddRecord(SDocument& document, uint32_t order, int line, int column);
     static void AddToRuns(SDocument& document, uint32_t order, int line, int column);
+    [[gnu::noinline]] static uint32_t StartRun(SDocument& document, uint32_t order, int line);
     static void InsertRecord(SDocument& document, const SRecord& record);
     static bool FindInRuns(const SDocument& document, uint32_t order, int& line, int& column);
     static bool FindRecord(const SDocument& document, uint32_t order, int& line, int& column);
