@@ -30,25 +30,27 @@ void CLocator::SetLocator(Sxp::ILocator* locator) {
     m_pActiveDocument = nullptr;
 }
 
-// The URI is taken once per document: the parser reads no external entities, so it does not
-// change within one.
 void CLocator::NodeCreated(Dom::CNode* node, uint32_t order) {
     const void* key = DocumentKey(node);
-    if (node->GetNodeType() == Dom::DOCUMENT_NODE) {
-        m_pActiveLocator = m_pPendingLocator;
-        m_pPendingLocator = nullptr;
-        if (!m_pActiveLocator) {
-            Remove(key);  // an older document at this address has nothing to say about this one
-            m_pActiveDocument = nullptr;
-            return;
-        }
-        m_pActiveDocument = StartDocument(key, m_pActiveLocator->GetSystemId(), m_pActiveLocator->GetPublicId());
-    }
+    if (node->GetNodeType() == Dom::DOCUMENT_NODE) BeginDocument(key);
     if (!m_pActiveDocument || m_pActiveDocument->pKey != key) return;
     int line = 0;
     int column = 0;
     m_pActiveLocator->GetPosition(line, column);
     AddRecord(*m_pActiveDocument, order, line, column);
+}
+
+// The document node takes over the parser's locator. The URI is taken once per document: the
+// parser reads no external entities, so it does not change within one.
+void CLocator::BeginDocument(const void* key) {
+    m_pActiveLocator = m_pPendingLocator;
+    m_pPendingLocator = nullptr;
+    if (!m_pActiveLocator) {
+        Remove(key);  // an older document at this address has nothing to say about this one
+        m_pActiveDocument = nullptr;
+        return;
+    }
+    m_pActiveDocument = StartDocument(key, m_pActiveLocator->GetSystemId(), m_pActiveLocator->GetPublicId());
 }
 
 void CLocator::AddLocation(const Xslt::SLocation& location, DomStringView uri, DomStringView publicId, int line,

@@ -70,7 +70,7 @@ private:
         void Commit(const uint8_t* end) { m_nSize = static_cast<int>(end - m_pBytes.get()); }
 
     private:
-        void Grow(int count);
+        [[gnu::noinline]] void Grow(int count);
         std::unique_ptr<uint8_t[]> m_pBytes;
         int m_nSize = 0;
         int m_nCapacity = 0;
@@ -88,6 +88,7 @@ private:
         TArray<SRecord> aRecords;  // ascending by order
     };
 
+    [[gnu::noinline]] void BeginDocument(const void* key);
     SDocument* FindDocument(const void* key) const;
     SDocument* StartDocument(const void* key, DomStringView uri, DomStringView publicId);
     static void AddRecord(SDocument& document, uint32_t order, int line, int column);
