@@ -199,15 +199,17 @@ const CName* CDocumentBuilder::LookUpName(DomStringView qualifiedName, unsigned 
 }
 
 void* CDocumentBuilder::AllocateNode(size_t size) {
-    if (static_cast<size_t>(m_pNodeEnd - m_pNodeNext) < size) {
-        size_t chunkSize = static_cast<size_t>(m_pData->m_nNodeChunkSize);
-        if (chunkSize < size) chunkSize = size;
-        m_pNodeNext = m_pData->AddNodeChunk(chunkSize);
-        m_pNodeEnd = m_pNodeNext + chunkSize;
-    }
+    if (static_cast<size_t>(m_pNodeEnd - m_pNodeNext) < size) AddNodeChunk(size);
     void* record = m_pNodeNext;
     m_pNodeNext += size;
     return record;
+}
+
+void CDocumentBuilder::AddNodeChunk(size_t size) {
+    size_t chunkSize = static_cast<size_t>(m_pData->m_nNodeChunkSize);
+    if (chunkSize < size) chunkSize = size;
+    m_pNodeNext = m_pData->AddNodeChunk(chunkSize);
+    m_pNodeEnd = m_pNodeNext + chunkSize;
 }
 
 // Takes the next order number and links the record behind the current parent's last child.
@@ -367,11 +369,10 @@ void CDocumentBuilder::Characters(const DomChar* units, int count) {
 
 void CDocumentBuilder::BeginCollecting() { m_pTextStart = m_pTextNext; }
 
-// Makes room for `count` more units and a terminator behind the text being collected. A text
+// Makes the room for `count` more units and a terminator that ReserveText found missing. A text
 // that outgrows its chunk moves whole to a new one, so that every text is contiguous; a chunk
 // that holds nothing but that text is resized instead.
-void CDocumentBuilder::ReserveText(int count) {
-    if (m_pTextEnd - m_pTextNext > count) return;
+void CDocumentBuilder::MoveText(int count) {
     size_t collected = static_cast<size_t>(m_pTextNext - m_pTextStart);
     size_t needed = collected + static_cast<size_t>(count) + 1;
     size_t size = static_cast<size_t>(m_pData->m_nTextChunkSize);

@@ -68,13 +68,17 @@ private:
     const CName* ResolveName(DomStringView qualifiedName, bool isElement, bool raise);
     const CName* LookUpName(DomStringView qualifiedName, unsigned int hash, bool isElement, bool raise);
     void* AllocateNode(size_t size);
+    [[gnu::noinline]] void AddNodeChunk(size_t size);
     void LinkChild(CChildNode* node, int classIndex);
     void TagLastChild();
     CNamespaceNode* DeclarationTarget(DomStringView name);
     void MoveElement();
     void ReportMove(CElement* old, CElement* moved, int count);
     void BeginCollecting();
-    void ReserveText(int count);
+    void ReserveText(int count) {
+        if (m_pTextEnd - m_pTextNext <= count) MoveText(count);
+    }
+    [[gnu::noinline]] void MoveText(int count);
     const DomChar* TerminateText();
     const DomChar* ShareOrTerminateText();
     const DomChar* CopyText(DomStringView text);
