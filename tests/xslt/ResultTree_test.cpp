@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "RecordingResultHandler.h"
+#include "xslt/private/EventBuffer.h"
 #include "xslt/private/OutputException.h"
 #include "xslt/private/ResultTree.h"
 
@@ -247,6 +248,73 @@ TEST_F(ResultTreeTest, StartDocumentResetsAfterFailure) {
     m_pTree->StartElement(u"c", u"urn:u");
     m_pTree->EndElement();
     EXPECT_EQ(Events(), "[doc|<p:a|xmlns:p=urn:u|x|[doc|<__1__:c|xmlns:__1__=urn:u|</__1__:c>");
+}
+
+// Attributes and namespaces given in one piece go the same way as their three events, also
+// into a fragment, and a namespace given while an attribute is collected ends the attribute.
+TEST_F(ResultTreeTest, OnePieceAttributesAndNamespacesMatchTheirEvents) {
+    auto eventsSince = [&](size_t start) {
+        std::string events = Events().substr(start);
+        return events.starts_with("|") ? events.substr(1) : events;
+    };
+    auto scenario = [&](auto attribute, auto ns) {
+        size_t start = Events().size();
+        m_pTree->StartDocument();
+        m_pTree->StartElement(u"a", u"urn:u");
+        ns(u"p", u"urn:u");
+        ns(u"p", u"urn:u");
+        attribute(u"x:b", u"urn:v", u"1");
+        attribute(u"xml:space", XmlNs, u"preserve");
+        attribute(u"c", u"", u"2");
+        m_pTree->StartAttribute(u"d", u"");
+        ns(u"q", u"urn:w");
+        Text(u"t");
+        m_pTree->EndAttribute();
+        m_pTree->EndElement();
+        ns(u"r", u"urn:r");
+        m_pTree->EndDocument();
+        return eventsSince(start);
+    };
+    auto attributeEvents = [&](DomStringView n, DomStringView u, DomStringView v) { Attribute(n, u, v); };
+    auto namespaceEvents = [&](DomStringView p, DomStringView u) { Namespace(p, u); };
+    auto attribute = [&](DomStringView n, DomStringView u, DomStringView v) { m_pTree->Attribute(n, u, v); };
+    auto ns = [&](DomStringView p, DomStringView u) { m_pTree->Namespace(p, u); };
+    std::string expected = scenario(attributeEvents, namespaceEvents);
+    EXPECT_EQ(expected,
+              "[doc|<p:a preserve|xmlns:p=urn:u|xmlns:__1__=urn:v|xmlns:q=urn:w|__1__:b=1|xml:space=preserve|c=2|t"
+              "|</p:a>|doc]");
+    EXPECT_EQ(scenario(attribute, ns), expected);
+
+    TRefPtr<XsltPrivate::CEventBuffer> buffer = new XsltPrivate::CEventBuffer;
+    TRefPtr<CResultTree> target = m_pTree;
+    m_pTree = new CResultTree(buffer);
+    scenario(attribute, ns);
+    m_pTree = target;
+    size_t start = Events().size();
+    m_pTree->StartDocument();
+    buffer->Replay(*m_pTree);
+    EXPECT_EQ(eventsSince(start), "[doc|<p:a preserve|xmlns:p=urn:u|xmlns:__1__=urn:v|xmlns:q=urn:w|__1__:b=1|xml:space=preserve|c=2|t"
+                        "|</p:a>");
+}
+
+// Children in their parent's namespace take its prefix, generated or not, until a binding
+// of their own comes newer.
+TEST_F(ResultTreeTest, ChildrenInTheParentsNamespaceTakeItsPrefix) {
+    m_pTree->StartDocument();
+    m_pTree->StartElement(u"a", u"urn:u");
+    m_pTree->StartElement(u"p:b", u"urn:u");
+    m_pTree->EndElement();
+    m_pTree->StartElement(u"p:c", u"urn:u");
+    m_pTree->Namespace(u"q", u"urn:u");
+    m_pTree->StartElement(u"d", u"urn:u");
+    m_pTree->EndElement();
+    m_pTree->StartElement(u"e", u"");
+    m_pTree->EndElement();
+    m_pTree->EndElement();
+    m_pTree->EndElement();
+    EXPECT_EQ(Events(),
+              "[doc|<__1__:a|xmlns:__1__=urn:u|<__1__:b|</__1__:b>|<q:c|xmlns:q=urn:u|<q:d|</q:d>|<e|</e>"
+              "|</q:c>|</__1__:a>");
 }
 
 }  // namespace

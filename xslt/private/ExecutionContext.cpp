@@ -300,6 +300,10 @@ void CExecutionContext::EndComment() { KST_RESULT_CALL(EndComment()) }
 void CExecutionContext::ProcessingInstruction(DomStringView target, DomStringView data) {
     KST_RESULT_CALL(ProcessingInstruction(target, data))
 }
+void CExecutionContext::Namespace(DomStringView prefix, DomStringView uri) { KST_RESULT_CALL(Namespace(prefix, uri)) }
+void CExecutionContext::Attribute(DomStringView name, DomStringView uri, DomStringView value) {
+    KST_RESULT_CALL(Attribute(name, uri, value))
+}
 
 void CExecutionContext::ReplayFragment(const CEventBuffer* buffer) {
     try {
@@ -310,18 +314,6 @@ void CExecutionContext::ReplayFragment(const CEventBuffer* buffer) {
 }
 
 #undef KST_RESULT_CALL
-
-void CExecutionContext::Namespace(DomStringView prefix, DomStringView uri) {
-    StartNamespace(prefix);
-    Characters(uri.data(), static_cast<int>(uri.size()), false);
-    EndNamespace();
-}
-
-void CExecutionContext::Attribute(DomStringView name, DomStringView uri, DomStringView value) {
-    StartAttribute(name, uri);
-    Characters(value.data(), static_cast<int>(value.size()), false);
-    EndAttribute();
-}
 
 void CExecutionContext::RaiseRecoverable(int code, const DomString& argument1, const DomString& argument2) {
     Raise(CDiagnosticReporter::Recoverable, code, argument1, argument2, false);

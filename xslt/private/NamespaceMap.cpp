@@ -16,6 +16,7 @@ const int TextGrowth = 4096;
 void CNamespaceMap::Add(DomStringView prefix, DomStringView uri, bool isNew) {
     int old = FindEntry(prefix);
     if (old >= 0) m_aEntries[old].bLive = false;
+    if (prefix.empty()) m_bDefaultEmpty = uri.empty();
     SEntry entry;
     entry.nPrefixHash = Core::HashText(prefix);
     entry.nUriHash = Core::HashText(uri);
@@ -57,6 +58,7 @@ bool CNamespaceMap::FindPrefix(DomStringView uri, bool skipEmpty, DomStringView&
 
 void CNamespaceMap::CopyFrom(const CNamespaceMap& other) {
     Clear();
+    m_bDefaultEmpty = other.m_bDefaultEmpty;
     for (const SEntry& entry : other.m_aEntries) {
         if (!entry.bLive) continue;
         SEntry copy = entry;
@@ -73,6 +75,7 @@ void CNamespaceMap::Clear() {
     m_aText.Clear();
     m_prefixIndex.Clear();
     m_uriIndex.Clear();
+    m_bDefaultEmpty = false;
 }
 
 int CNamespaceMap::FindEntry(DomStringView prefix) const {

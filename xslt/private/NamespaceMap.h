@@ -20,6 +20,9 @@ public:
     // Takes over the live bindings of `other` in their order, none of them marked new.
     void CopyFrom(const CNamespaceMap& other);
     void Clear();
+    // Whether the empty prefix is bound to the empty URI, as it mostly is: a quick answer to
+    // FindUri for the binding that copied elements bring most often.
+    bool IsDefaultEmpty() const { return m_bDefaultEmpty; }
 
     // Walking the map in order: entries that were rebound are not live.
     int GetCount() const { return m_aEntries.GetSize(); }
@@ -50,6 +53,7 @@ private:
     TArray<DomChar> m_aText;
     CEntryIndex m_prefixIndex;  // both once there are many entries
     CEntryIndex m_uriIndex;
+    bool m_bDefaultEmpty = false;
 };
 
 }  // namespace XsltPrivate

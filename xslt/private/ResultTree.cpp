@@ -97,13 +97,8 @@ void CResultTree::StartAttribute(DomStringView name, DomStringView uri) {
         m_pBuffer->Record(CEventBuffer::StartAttribute, name, uri);
         return;
     }
-    if (!m_bStartTagOpen || m_nCollecting != NotCollecting) {
-        throw new COutputException(COutputException::MisplacedAttribute, name, uri);
-    }
-    DomStringView localName = LocalPart(name);
-    MakeName(uri, localName, true, m_sAttributeName);
+    m_sAttributeName.assign(NameAttribute(name, uri));  // assign copes with a view of itself
     BeginCollecting(CollectingAttribute);
-    m_bXmlSpace = uri == XmlNamespace && localName == u"space";
 }
 
 void CResultTree::EndAttribute() {
@@ -112,11 +107,37 @@ void CResultTree::EndAttribute() {
         return;
     }
     if (m_nCollecting != CollectingAttribute) return;
-    DomStringView value = CollectedText();
-    m_attributes.Add(m_sAttributeName, value);
+    m_nCollecting = NotCollecting;
+    AddAttribute(m_sAttributeName, CollectedText());
+}
+
+void CResultTree::Attribute(DomStringView name, DomStringView uri, DomStringView value) {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::StartAttribute, name, uri);
+        m_pBuffer->RecordCharacters(value.data(), static_cast<int>(value.size()), false);
+        m_pBuffer->Record(CEventBuffer::EndAttribute);
+        return;
+    }
+    AddAttribute(NameAttribute(name, uri), value);
+}
+
+// The output name of an attribute of the open start tag: its local part when it has no
+// namespace, else in m_sAttributeName.
+DomStringView CResultTree::NameAttribute(DomStringView name, DomStringView uri) {
+    if (!m_bStartTagOpen || m_nCollecting != NotCollecting) {
+        throw new COutputException(COutputException::MisplacedAttribute, name, uri);
+    }
+    DomStringView localName = LocalPart(name);
+    m_bXmlSpace = uri == XmlNamespace && localName == u"space";
+    if (uri.empty()) return localName;
+    MakeName(uri, localName, true, m_sAttributeName);
+    return m_sAttributeName;
+}
+
+void CResultTree::AddAttribute(DomStringView name, DomStringView value) {
+    m_attributes.Add(name, value);
     if (m_bXmlSpace) m_aFrames[m_nDepth].bPreserve = value == u"preserve";
     m_bXmlSpace = false;
-    m_nCollecting = NotCollecting;
 }
 
 void CResultTree::StartNamespace(DomStringView prefix) {
@@ -128,7 +149,6 @@ void CResultTree::StartNamespace(DomStringView prefix) {
     BeginCollecting(CollectingNamespace);
 }
 
-// A namespace node with no start tag open to take it is dropped.
 void CResultTree::EndNamespace() {
     if (m_pBuffer) {
         m_pBuffer->Record(CEventBuffer::EndNamespace);
@@ -136,13 +156,30 @@ void CResultTree::EndNamespace() {
     }
     if (m_nCollecting != CollectingNamespace) return;
     m_nCollecting = NotCollecting;
+    BindNamespace(m_sAttributeName, CollectedText());
+}
+
+// Like StartNamespace, this gives up any text being collected.
+void CResultTree::Namespace(DomStringView prefix, DomStringView uri) {
+    if (m_pBuffer) {
+        m_pBuffer->Record(CEventBuffer::StartNamespace, prefix);
+        m_pBuffer->RecordCharacters(uri.data(), static_cast<int>(uri.size()), false);
+        m_pBuffer->Record(CEventBuffer::EndNamespace);
+        return;
+    }
+    m_nCollecting = NotCollecting;
+    BindNamespace(prefix, uri);
+}
+
+// A namespace node with no start tag open to take it is dropped.
+void CResultTree::BindNamespace(DomStringView prefix, DomStringView uri) {
     if (!m_bStartTagOpen) return;
     SFrame& frame = m_aFrames[m_nDepth];
-    DomStringView uri = CollectedText();
+    if (prefix.empty() && uri.empty() && frame.pMap->IsDefaultEmpty()) return;
     DomStringView bound;
-    if (frame.pMap->FindUri(m_sAttributeName, bound) && bound == uri) return;
+    if (frame.pMap->FindUri(prefix, bound) && bound == uri) return;
     OwnMap(frame);
-    frame.pMap->Add(m_sAttributeName, uri, true);
+    frame.pMap->Add(prefix, uri, true);
     m_bNamespacesChanged = true;
 }
 
@@ -269,7 +306,8 @@ DomStringView CResultTree::ChoosePrefix(DomStringView uri, bool isAttribute) {
 
 // The name as given stays when it already has the chosen prefix, as it mostly has.
 void CResultTree::NameElement(SFrame& frame) {
-    DomStringView prefix = ChoosePrefix(frame.sUri, false);
+    DomStringView prefix = InheritedPrefix(frame);
+    if (prefix.data() == nullptr) prefix = ChoosePrefix(frame.sUri, false);
     int localStart = prefix.empty() ? 0 : static_cast<int>(prefix.size()) + 1;
     if (frame.nLocalStart == localStart && DomStringView(frame.sName).starts_with(prefix)) return;
     m_sName.assign(prefix);
@@ -277,6 +315,17 @@ void CResultTree::NameElement(SFrame& frame) {
     m_sName.append(LocalName(frame));
     frame.sName.swap(m_sName);
     frame.nLocalStart = localStart;
+}
+
+// An element in its parent's namespace under its parent's bindings takes its parent's prefix;
+// null where that does not hold. A frame that shares its parent's map has changed no binding,
+// and the parent's map does not change once its start tag is complete.
+DomStringView CResultTree::InheritedPrefix(const SFrame& frame) const {
+    if (m_nDepth < 2) return DomStringView();
+    const SFrame& parent = m_aFrames[m_nDepth - 1];
+    if (frame.pMap != parent.pMap || frame.sUri != parent.sUri) return DomStringView();
+    if (parent.nLocalStart == 0) return DomStringView(u"", 0);
+    return DomStringView(parent.sName.data(), parent.nLocalStart - 1);
 }
 
 void CResultTree::MakeName(DomStringView uri, DomStringView localName, bool isAttribute, DomString& name) {

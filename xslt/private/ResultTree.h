@@ -44,6 +44,9 @@ public:
     // The namespace's URI arrives through Characters up to EndNamespace.
     void StartNamespace(DomStringView prefix);
     void EndNamespace();
+    // The same as the three events of an attribute or a namespace, with the text in one piece.
+    void Attribute(DomStringView name, DomStringView uri, DomStringView value);
+    void Namespace(DomStringView prefix, DomStringView uri);
     void Characters(const DomChar* text, int length, bool disableEscaping);
     // The comment's text arrives through Characters up to EndComment.
     void StartComment();
@@ -73,10 +76,14 @@ private:
     void ResetFrames();
     SFrame& PushFrame();
     void CompleteStartTag();
+    DomStringView NameAttribute(DomStringView name, DomStringView uri);
+    void AddAttribute(DomStringView name, DomStringView value);
+    void BindNamespace(DomStringView prefix, DomStringView uri);
     void DeclareNewNamespaces(const CNamespaceMap& map);
     static DomStringView LocalName(const SFrame& frame) { return DomStringView(frame.sName).substr(frame.nLocalStart); }
     DomStringView ChoosePrefix(DomStringView uri, bool isAttribute);
     void NameElement(SFrame& frame);
+    DomStringView InheritedPrefix(const SFrame& frame) const;
     void MakeName(DomStringView uri, DomStringView localName, bool isAttribute, DomString& name);
     void GeneratePrefix(SFrame& frame, DomStringView uri);
     void OwnMap(SFrame& frame);
