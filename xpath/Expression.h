@@ -14,13 +14,14 @@ class CContext;
 class CXpathException;
 class IFunction;
 
-class CStepExpr;
+class CNodeSet;
 
 class CExpression : public CRefObject {
 public:
     virtual void Evaluate(TRefPtr<CValue>& result, CContext* context) const = 0;
-    // The step this expression is, or null; paths open steps without making values.
-    virtual const CStepExpr* AsStep() const { return nullptr; }
+    // The node-set the expression evaluates to; fails with a message for any other value.
+    // Paths, steps and unions give it without wrapping it in a value.
+    virtual void GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const;
 };
 
 // Common shape of the binary operators: two operands and an operator number.

@@ -31,9 +31,12 @@ private:
 class CUnionIterator : public CNodeIterator {
 public:
     explicit CUnionIterator(CUnionNodeSet* set) : CNodeIterator(set), m_pOrder(set->GetContext()->GetNodeOrder()) {
-        const TArray<TRefPtr<CNodeSet>>& operands = set->GetOperands();
-        m_aIterators.SetSize(operands.GetSize());
-        for (int i = 0; i < operands.GetSize(); ++i) operands[i]->CreateIterator(m_aIterators[i]);
+        const TPairFirstList<TRefPtr<CNodeSet>>& operands = set->GetOperands();
+        for (int i = 0; i < operands.GetSize(); ++i) {
+            TRefPtr<CNodeIterator> iterator;
+            operands[i]->CreateIterator(iterator);
+            m_aIterators.Add(iterator);
+        }
         Next();
     }
     void Next() override {
@@ -58,7 +61,28 @@ public:
 
 private:
     INodeOrder* m_pOrder;  // kept alive by the set's context
-    TArray<TRefPtr<CNodeIterator>> m_aIterators;
+    TPairFirstList<TRefPtr<CNodeIterator>> m_aIterators;
+};
+
+// Two operands whose nodes never interleave: all of `first`, then all of the other. Both
+// iterators are made at once, as the merging iterator makes them.
+class CConcatenatingIterator : public CNodeIterator {
+public:
+    CConcatenatingIterator(CUnionNodeSet* set, int first) : CNodeIterator(set) {
+        const TPairFirstList<TRefPtr<CNodeSet>>& operands = set->GetOperands();
+        operands[first]->CreateIterator(m_pFirst);
+        operands[1 - first]->CreateIterator(m_pSecond);
+        Next();
+    }
+    void Next() override {
+        CNodeIterator* source = m_pFirst->Current() ? m_pFirst.Get() : m_pSecond.Get();
+        MoveTo(source->Current());
+        if (source->Current()) source->Next();
+    }
+
+private:
+    TRefPtr<CNodeIterator> m_pFirst;
+    TRefPtr<CNodeIterator> m_pSecond;
 };
 
 class CTestFilterIterator : public CNodeIterator {
@@ -182,10 +206,15 @@ void CNodeListNodeSet::CreateIterator(TRefPtr<CNodeIterator>& iterator) {
     iterator = new CNodeListIterator(this, m_pList);
 }
 
-CUnionNodeSet::CUnionNodeSet(CContext* context) : m_pContext(context) {}
+CUnionNodeSet::CUnionNodeSet(CContext* context, int first) : m_pContext(context), m_nFirst(first) {}
 CUnionNodeSet::~CUnionNodeSet() = default;
 
-void CUnionNodeSet::CreateIterator(TRefPtr<CNodeIterator>& iterator) { iterator = new CUnionIterator(this); }
+void CUnionNodeSet::CreateIterator(TRefPtr<CNodeIterator>& iterator) {
+    if (m_nFirst >= 0 && m_aOperands.GetSize() == 2)
+        iterator = new CConcatenatingIterator(this, m_nFirst);
+    else
+        iterator = new CUnionIterator(this);
+}
 
 CTestFilterNodeSet::CTestFilterNodeSet(CContext* context, CNodeSet* inner, CNodeTest* test)
     : m_pContext(context), m_pInner(inner), m_pTest(test) {}

@@ -90,20 +90,45 @@ private:
     TRefPtr<CSortedNodeList> m_pList;
 };
 
-// Merges operand sets that are each in document order, dropping duplicates.
+// A list that keeps its first two items in place; most unions have two operands.
+template <class T>
+class TPairFirstList {
+public:
+    int GetSize() const { return m_nSize; }
+    void Add(const T& item) {
+        if (m_nSize < 2)
+            m_aPair[m_nSize] = item;
+        else
+            m_aRest.Add(item);
+        ++m_nSize;
+    }
+    T& operator[](int i) { return i < 2 ? m_aPair[i] : m_aRest[i - 2]; }
+    const T& operator[](int i) const { return i < 2 ? m_aPair[i] : m_aRest[i - 2]; }
+
+private:
+    T m_aPair[2];
+    TArray<T> m_aRest;
+    int m_nSize = 0;
+};
+
+// Merges operand sets that are each in document order, dropping duplicates. When the caller
+// knows that every node of operand `first` stands before every node of the other, and there
+// are two, the set is the one followed by the other and nothing is compared.
 class CUnionNodeSet : public CNodeSet {
 public:
-    explicit CUnionNodeSet(CContext* context);
+    // `first` is -1 when the operands must be merged.
+    explicit CUnionNodeSet(CContext* context, int first = -1);
     ~CUnionNodeSet() override;
     void AddOperand(CNodeSet* operand) { m_aOperands.Add(operand); }
     void CreateIterator(TRefPtr<CNodeIterator>& iterator) override;
 
     CContext* GetContext() const { return m_pContext; }
-    const TArray<TRefPtr<CNodeSet>>& GetOperands() const { return m_aOperands; }
+    const TPairFirstList<TRefPtr<CNodeSet>>& GetOperands() const { return m_aOperands; }
 
 private:
     TRefPtr<CContext> m_pContext;
-    TArray<TRefPtr<CNodeSet>> m_aOperands;
+    TPairFirstList<TRefPtr<CNodeSet>> m_aOperands;
+    int m_nFirst;
 };
 
 // The nodes of an inner set that a node test accepts.

@@ -16,21 +16,17 @@ CNodeSet* RequireNodeSet(CValue* value) {
     return set;
 }
 
+void CExpression::GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const {
+    TRefPtr<CValue> value;
+    Evaluate(value, context);
+    nodeSet = RequireNodeSet(value);
+}
+
 bool CPredicate::Test(CContext* context) const {
     TRefPtr<CValue> value;
     m_pExpression->Evaluate(value, context);
     if (value->GetType() == TypeNumber) return value->GetNumber() == CNumber(context->GetPosition());
     return CConverter(context).ToBoolean(value);
-}
-
-double CPredicate::GetConstantPosition() const {
-    const CExpression* expression = m_pExpression;
-    const CFilterExpr* filter = dynamic_cast<const CFilterExpr*>(expression);
-    if (filter && filter->GetPredicates().IsEmpty()) expression = filter->GetPrimary();
-    const CNumberExpr* number = dynamic_cast<const CNumberExpr*>(expression);
-    if (!number) return 0;
-    double position = number->GetNumber().GetValue();
-    return position >= 1 ? position : 0;
 }
 
 void CStepExpr::GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const {
@@ -53,14 +49,20 @@ void CStepExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
 }
 
 // The root of the tree of the context node: the document, or the fragment it belongs to.
-void CRootExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
+void CRootExpr::GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const {
     Dom::CNode* node = context->GetNode();
     while (node) {
         Dom::CNode* parent = node->GetParentNode();
         if (!parent) break;
         node = parent;
     }
-    result = new CNodeSetValue(new CSingleNodeSet(node));
+    nodeSet = new CSingleNodeSet(node);
+}
+
+void CRootExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
+    TRefPtr<CNodeSet> nodeSet;
+    GetNodeSet(nodeSet, context);
+    result = new CNodeSetValue(nodeSet);
 }
 
 void CFilterExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
@@ -72,13 +74,19 @@ void CFilterExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
     result = new CNodeSetValue(nodeSet);
 }
 
-void CUnionExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
-    TRefPtr<CUnionNodeSet> nodeSet(new CUnionNodeSet(context));
+void CUnionExpr::GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const {
+    CUnionNodeSet* alternatives = new CUnionNodeSet(context, m_nAttributesFirst);
+    nodeSet = alternatives;
     for (const TRefPtr<CExpression>& operand : m_aOperands) {
-        TRefPtr<CValue> value;
-        operand->Evaluate(value, context);
-        nodeSet->AddOperand(RequireNodeSet(value));
+        TRefPtr<CNodeSet> operandSet;
+        operand->GetNodeSet(operandSet, context);
+        alternatives->AddOperand(operandSet);
     }
+}
+
+void CUnionExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
+    TRefPtr<CNodeSet> nodeSet;
+    GetNodeSet(nodeSet, context);
     result = new CNodeSetValue(nodeSet);
 }
 
@@ -134,11 +142,46 @@ bool IsPlainStep(const CStepExpr* step, int axis) {
 
 bool IgnoresPosition(const CStepExpr* step) {
     for (const TRefPtr<CPredicate>& predicate : step->GetPredicates())
-        if (!IsNeverNumber(predicate->GetExpression()) || !IsPositionFree(predicate->GetExpression())) return false;
+        if (!predicate->IgnoresPosition()) return false;
     return true;
 }
 
+double ConstantPositionOf(const CExpression* expression) {
+    const CFilterExpr* filter = dynamic_cast<const CFilterExpr*>(expression);
+    if (filter && filter->GetPredicates().IsEmpty()) expression = filter->GetPrimary();
+    const CNumberExpr* number = dynamic_cast<const CNumberExpr*>(expression);
+    if (!number) return 0;
+    double position = number->GetNumber().GetValue();
+    return position >= 1 ? position : 0;
+}
+
+// The axis of an operand that is one relative step, or -1.
+int OnlyStepAxis(const CExpression* operand) {
+    const CPathExpr* path = dynamic_cast<const CPathExpr*>(operand);
+    const CStepExpr* step = path ? path->GetOnlyStep() : dynamic_cast<const CStepExpr*>(operand);
+    return step ? step->GetAxis()->GetKind() : -1;
+}
+
+bool IsBelowContext(int axis) { return axis == AxisChild || axis == AxisDescendant; }
+
 }  // namespace
+
+CPredicate::CPredicate(CExpression* expression)
+    : m_pExpression(expression),
+      m_dConstantPosition(ConstantPositionOf(expression)),
+      m_bIgnoresPosition(IsNeverNumber(expression) && IsPositionFree(expression)) {}
+
+// The attributes of a node stand before its children and descendants, and the two sets never
+// share a node, so such a union is the one set followed by the other.
+void CUnionExpr::AddOperand(CExpression* operand) {
+    m_aOperands.Add(operand);
+    m_nAttributesFirst = -1;
+    if (m_aOperands.GetSize() != 2) return;
+    int first = OnlyStepAxis(m_aOperands[0]);
+    int second = OnlyStepAxis(m_aOperands[1]);
+    if (first == AxisAttribute && IsBelowContext(second)) m_nAttributesFirst = 0;
+    if (second == AxisAttribute && IsBelowContext(first)) m_nAttributesFirst = 1;
+}
 
 void CPathExpr::AddStep(CStepExpr* step) {
     m_aSteps.Add(step);
@@ -150,15 +193,21 @@ void CPathExpr::AddStep(CStepExpr* step) {
             TRefPtr<CStepExpr> merged(new CStepExpr(descendant, step->GetTest()));
             for (const TRefPtr<CPredicate>& predicate : step->GetPredicates()) merged->GetPredicates().Add(predicate);
             m_aWalkSteps.Last() = merged;
+            m_bStream = ComputeCanStream();
             return;
         }
     }
     m_aWalkSteps.Add(step);
+    m_bStream = ComputeCanStream();
+}
+
+const CStepExpr* CPathExpr::GetOnlyStep() const {
+    return !m_pBase && m_aWalkSteps.GetSize() == 1 ? m_aWalkSteps[0].Get() : nullptr;
 }
 
 // Only child and self may stand anywhere; descendant, descendant-or-self, attribute and
 // namespace only last; the other axes never. Such a path gives neither duplicates nor disorder.
-bool CPathExpr::CanStream() const {
+bool CPathExpr::ComputeCanStream() const {
     if (m_pBase && !m_bAbsolute) return false;
     int last = m_aWalkSteps.GetSize() - 1;
     for (int i = 0; i <= last; ++i) {
@@ -180,11 +229,15 @@ bool CPathExpr::CanStream() const {
 }
 
 void CPathExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
-    bool stream = CanStream();
-    // A streaming path of one step walks exactly as the step's own node-set does.
-    if (stream && !m_pBase && m_aWalkSteps.GetSize() == 1) return m_aWalkSteps[0]->Evaluate(result, context);
     TRefPtr<CNodeSet> nodeSet;
-    if (stream) {
+    GetNodeSet(nodeSet, context);
+    result = new CNodeSetValue(nodeSet);
+}
+
+void CPathExpr::GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const {
+    // A streaming path of one step walks exactly as the step's own node-set does.
+    if (m_bStream && !m_pBase && m_aWalkSteps.GetSize() == 1) return m_aWalkSteps[0]->GetNodeSet(nodeSet, context);
+    if (m_bStream) {
         CStreamingPathNodeSet* streaming = new CStreamingPathNodeSet(context);
         nodeSet = streaming;
         if (m_pBase) streaming->AddElement(m_pBase);
@@ -195,7 +248,6 @@ void CPathExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {
         if (m_pBase) collected->AddElement(m_pBase);
         for (const TRefPtr<CStepExpr>& step : m_aWalkSteps) collected->AddElement(step);
     }
-    result = new CNodeSetValue(nodeSet);
 }
 
 }  // namespace Xpath

@@ -13,24 +13,28 @@ class CNodeIterator;
 // to a boolean.
 class CPredicate : public CRefObject {
 public:
-    explicit CPredicate(CExpression* expression) : m_pExpression(expression) {}
+    explicit CPredicate(CExpression* expression);
     bool Test(CContext* context) const;
     CExpression* GetExpression() const { return m_pExpression; }
     // The position the predicate selects when it is a number literal, else 0; iteration past
     // that position cannot yield more.
-    double GetConstantPosition() const;
+    double GetConstantPosition() const { return m_dConstantPosition; }
+    // True if the predicate reads neither position() nor last() and its value is never a
+    // number: it holds or fails for a node whatever the node's place in the set.
+    bool IgnoresPosition() const { return m_bIgnoresPosition; }
 
 private:
     TRefPtr<CExpression> m_pExpression;
+    double m_dConstantPosition;
+    bool m_bIgnoresPosition;
 };
 
 class CStepExpr : public CExpression {
 public:
     CStepExpr(CAxis* axis, CNodeTest* test) : m_pAxis(axis), m_pTest(test) {}
     void Evaluate(TRefPtr<CValue>& result, CContext* context) const override;
-    const CStepExpr* AsStep() const override { return this; }
     // The step's node-set from the context node: axis set, test filter, one filter per predicate.
-    void GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const;
+    void GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const override;
 
     CAxis* GetAxis() const { return m_pAxis; }
     CNodeTest* GetTest() const { return m_pTest; }
@@ -47,6 +51,7 @@ private:
 class CRootExpr : public CExpression {
 public:
     void Evaluate(TRefPtr<CValue>& result, CContext* context) const override;
+    void GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const override;
 };
 
 class CFilterExpr : public CExpression {
@@ -64,22 +69,28 @@ private:
 
 class CUnionExpr : public CExpression {
 public:
-    void AddOperand(CExpression* operand) { m_aOperands.Add(operand); }
+    void AddOperand(CExpression* operand);
     const TArray<TRefPtr<CExpression>>& GetOperands() const { return m_aOperands; }
     void Evaluate(TRefPtr<CValue>& result, CContext* context) const override;
+    void GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const override;
 
 private:
     TArray<TRefPtr<CExpression>> m_aOperands;
+    // With two operands, one the attributes and the other the children or descendants of the
+    // context node: the index of the attribute operand, whose nodes all come first. -1 otherwise.
+    int m_nAttributesFirst = -1;
 };
 
 // A base expression (a filter, or the root of an absolute path) followed by steps. It streams
 // when its shape can give neither duplicates nor disorder, and collects otherwise.
 class CPathExpr : public CExpression {
 public:
-    CPathExpr(CExpression* base, bool absolute) : m_pBase(base), m_bAbsolute(absolute) {}
+    CPathExpr(CExpression* base, bool absolute)
+        : m_pBase(base), m_bAbsolute(absolute), m_bStream(!base || absolute) {}
     // The step must be complete, its predicates included.
     void AddStep(CStepExpr* step);
     void Evaluate(TRefPtr<CValue>& result, CContext* context) const override;
+    void GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const override;
 
     CExpression* GetBase() const { return m_pBase; }
     bool IsAbsolute() const { return m_bAbsolute; }
@@ -88,11 +99,16 @@ public:
     // The steps as walked: `descendant-or-self::node()/child::x` becomes `descendant::x` where
     // no predicate of the child step can see its position, which selects the same nodes.
     const TArray<TRefPtr<CStepExpr>>& GetWalkSteps() const { return m_aWalkSteps; }
-    bool CanStream() const;
+    bool CanStream() const { return m_bStream; }
+    // The single relative step this path is, or null.
+    const CStepExpr* GetOnlyStep() const;
 
 private:
+    bool ComputeCanStream() const;
+
     TRefPtr<CExpression> m_pBase;
     bool m_bAbsolute;
+    bool m_bStream;
     TArray<TRefPtr<CStepExpr>> m_aSteps;
     TArray<TRefPtr<CStepExpr>> m_aWalkSteps;
 };

@@ -12,13 +12,6 @@
 
 namespace Xpath {
 
-void EvaluateNodeSet(TRefPtr<CNodeSet>& nodeSet, const CExpression* expression, CContext* context) {
-    if (const CStepExpr* step = expression->AsStep()) return step->GetNodeSet(nodeSet, context);
-    TRefPtr<CValue> value;
-    expression->Evaluate(value, context);
-    nodeSet = RequireNodeSet(value);
-}
-
 namespace {
 
 // The per-element state of a walk over the elements of a path.
@@ -45,7 +38,7 @@ public:
         CContext* context = level == 0 ? m_pContext.Get() : m_aLevels[level - 1].m_pDerived.Get();
         if (!Reopen(state, context)) {
             TRefPtr<CNodeSet> nodeSet;
-            EvaluateNodeSet(nodeSet, m_aElements[level], context);
+            m_aElements[level]->GetNodeSet(nodeSet, context);
             nodeSet->CreateIterator(state.m_pIterator);
             state.m_pOpenedUnder = context;
             state.m_pDerived = new CContext(m_pContext, state.m_pIterator);

@@ -39,7 +39,4 @@ private:
     TRefPtr<CSortedNodeList> m_pResult;
 };
 
-// Evaluates an element of a path under `context` and gives its node-set.
-void EvaluateNodeSet(TRefPtr<CNodeSet>& nodeSet, const CExpression* expression, CContext* context);
-
 }  // namespace Xpath
