@@ -28,6 +28,8 @@ void AddNames(CHtmlNameTable& table, const DomChar* const (&names)[N], unsigned 
     for (const DomChar* name : names) table.Add(name, flags);
 }
 
+constexpr DomStringView kHeadName = u"head";  // a view, so that its length is not measured each time
+
 bool EqualsIgnoringAsciiCase(DomStringView text, DomStringView lowerWord) {
     if (text.size() != lowerWord.size()) return false;
     for (size_t i = 0; i < text.size(); ++i) {
@@ -107,7 +109,7 @@ void CHtmlWriter::WriteDocumentType(DomStringView) {
     m_pOutput->WriteRaw(kNewline);
 }
 
-bool CHtmlWriter::IsHead(const SElementRow& row) const { return EqualsIgnoringAsciiCase(RowName(row), u"head"); }
+bool CHtmlWriter::IsHead(const SElementRow& row) const { return EqualsIgnoringAsciiCase(RowName(row), kHeadName); }
 
 // Written after every head element, whether or not the stylesheet writes a META of its own.
 void CHtmlWriter::WriteMeta() {

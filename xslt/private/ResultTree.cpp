@@ -8,8 +8,11 @@ namespace XsltPrivate {
 
 namespace {
 
-const DomChar XmlNamespace[] = u"http://www.w3.org/XML/1998/namespace";
-const DomChar XsltNamespace[] = u"http://www.w3.org/1999/XSL/Transform";
+// Views, so that comparisons know the lengths without measuring the texts each time.
+constexpr DomStringView XmlNamespace = u"http://www.w3.org/XML/1998/namespace";
+constexpr DomStringView XsltNamespace = u"http://www.w3.org/1999/XSL/Transform";
+constexpr DomStringView XsltTextName = u"text";
+constexpr DomStringView XmlSpaceName = u"space";
 const int ReservedFrames = 64;
 const int TextGrowth = 4096;
 
@@ -128,7 +131,7 @@ DomStringView CResultTree::NameAttribute(DomStringView name, DomStringView uri) 
         throw new COutputException(COutputException::MisplacedAttribute, name, uri);
     }
     DomStringView localName = LocalPart(name);
-    m_bXmlSpace = uri == XmlNamespace && localName == u"space";
+    m_bXmlSpace = uri == XmlNamespace && localName == XmlSpaceName;
     if (uri.empty()) return localName;
     MakeName(uri, localName, true, m_sAttributeName);
     return m_sAttributeName;
@@ -277,7 +280,7 @@ void CResultTree::CompleteStartTag() {
     if (!m_bStartTagOpen) return;
     m_bStartTagOpen = false;
     SFrame& frame = m_aFrames[m_nDepth];
-    if (LocalName(frame) == u"text" && frame.sUri == XsltNamespace) frame.bPreserve = true;
+    if (LocalName(frame) == XsltTextName && DomStringView(frame.sUri) == XsltNamespace) frame.bPreserve = true;
     NameElement(frame);
     bool cdata = m_pSettings && m_pSettings->IsCDataSectionElement(frame.sUri, LocalName(frame));
     m_pSink->StartElement(frame.sName.c_str(), cdata, frame.bPreserve);
