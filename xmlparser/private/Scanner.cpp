@@ -118,27 +118,7 @@ void CScanner::Fail(int code) {
 
 // ---- tokens ----
 
-// Character data and a tag's ">" are most tokens of a document; when their unit is buffered
-// they are told here, before the general scan saves its registers.
 int CScanner::NextToken() {
-    CCharStream* top = m_pStack->Top();
-    if (top && top->HasBuffered()) {
-        DomChar unit = *top->Current();
-        if (unit != 0 && (m_bInContent ? unit != u'<' : unit == u'>')) {
-            if (m_bInContent) {
-                m_nToken = TokenCharData;
-            } else {
-                top->Next();
-                m_nToken = m_bInDeclaration ? TokenDeclClose : TokenTagClose;
-            }
-            m_pStack->SetEofAllowed(false);
-            return m_nToken;
-        }
-    }
-    return NextTokenSlow();
-}
-
-int CScanner::NextTokenSlow() {
     int previous = m_nToken;
     m_pStack->SetEofAllowed(true);
     for (;;) {

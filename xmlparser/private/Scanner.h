@@ -71,7 +71,6 @@ public:
 
     // Tokens.
     int NextToken();
-    [[gnu::noinline]] int NextTokenSlow();
     int GetToken() const { return m_nToken; }
     // The name of a name, reference, markup-declaration, "#" or processing-instruction token.
     DomStringView GetTokenText() const { return m_vToken; }
