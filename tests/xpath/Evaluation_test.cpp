@@ -138,6 +138,25 @@ TEST(Evaluation, PathsDeliverDocumentOrderWithoutDuplicates) {
     EXPECT_EQ(evaluator.String("count((//b)[1])"), "1");
 }
 
+// A union of a node's attributes and its children or descendants comes out attributes first,
+// in whichever order the operands are written, with positions counted across both.
+TEST(Evaluation, AttributeAndChildUnionsKeepDocumentOrder) {
+    CEvaluator evaluator("<r><a x=\"1\" y=\"2\"><b/>t<c z=\"3\"/></a><d/></r>");
+    evaluator.MoveTo("/r/a");
+    const char* rows[][2] = {
+        {"@*|node()", "@x @y b 't' c"},
+        {"node() | @*", "@x @y b 't' c"},
+        {"*[1] | @y", "@y b"},
+        {"descendant::* | @*", "@x @y b c"},
+        {"(node()|@*)[4]", "'t'"},
+        {"c/@z | @*", "@x @y @z"},
+    };
+    for (auto& row : rows) EXPECT_EQ(evaluator.Nodes(row[0]), row[1]) << row[0];
+    EXPECT_EQ(evaluator.String("count(@*|node())"), "5");
+    evaluator.MoveTo("/r/a/@x");
+    EXPECT_EQ(evaluator.Nodes("@*|node()"), "");
+}
+
 // A descendant shortcut for `//x[p]` must not change what positional predicates select.
 TEST(Evaluation, DoubleSlashKeepsPositionsPerParent) {
     CEvaluator evaluator("<r><a n=\"1\"><a n=\"2\"/><a n=\"3\"/></a><b><a n=\"4\"/></b></r>");
