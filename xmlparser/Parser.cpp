@@ -2,6 +2,8 @@
 // walked with an explicit stack of open elements so that nesting depth costs no recursion.
 #include "xmlparser/Parser.h"
 
+#include <cstring>
+
 #include "xmlparser/private/CharClass.h"
 #include "xmlparser/private/DtdParser.h"
 #include "xmlparser/private/Scanner.h"
@@ -324,9 +326,11 @@ void CParser::ParseEndTag() {
     if (scanner.GetToken() != TokenEndTag) scanner.Fail(Code::MissingEndTagOpen);
     if (scanner.NextToken() != TokenName) scanner.Fail(Code::MissingName);
     size_t start = static_cast<size_t>(m_aOpenStarts.Last());
-    bool matches = DomStringView(m_sOpenNames).substr(start) == scanner.GetTokenText();
+    DomStringView name = scanner.GetTokenText();
+    bool matches = m_sOpenNames.size() - start == name.size() &&
+                   std::memcmp(m_sOpenNames.data() + start, name.data(), name.size() * sizeof(DomChar)) == 0;
     m_pHandler->EndElement();
-    m_sOpenNames.resize(start);
+    m_sOpenNames.erase(start);
     m_aOpenStarts.RemoveLast();
     if (scanner.NextToken() == TokenSpaces) scanner.NextToken();
     if (scanner.GetToken() != TokenTagClose) scanner.Fail(Code::MissingTagClose);
