@@ -35,9 +35,9 @@ void CStepExpr::GetNodeSet(TRefPtr<CNodeSet>& nodeSet, CContext* context) const 
         nodeSet = new CSingleNodeSet(nullptr);
         return;
     }
-    TRefPtr<CNodeSet> axisSet;
-    m_pAxis->GetNodeSet(axisSet, node);
-    nodeSet = new CTestFilterNodeSet(context, axisSet, m_pTest);
+    m_pAxis->GetNodeSet(nodeSet, node);
+    // node() accepts every node of every axis: the axis set needs no filter.
+    if (m_pTest->GetKind() != TestAnyNode) nodeSet = new CTestFilterNodeSet(context, nodeSet, m_pTest);
     for (const TRefPtr<CPredicate>& predicate : m_aPredicates)
         nodeSet = new CPredicateFilterNodeSet(context, nodeSet, predicate);
 }
