@@ -450,7 +450,16 @@ CCharacterData* CDocumentBuilder::AllocateCharacterData(const DomChar*& data) {
     record = AllocateNode(sizeof(CCharacterData) + (bytes + 7) / 8 * 8);
     DomChar* copy = reinterpret_cast<DomChar*>(static_cast<CCharacterData*>(record) + 1);
     std::memcpy(copy, data, bytes);
-    if (data == m_pTextStart) m_pTextNext = m_pTextStart;
+    if (data == m_pTextStart) {
+        // The collected text's room is taken back; a shared-text slot that has just taken it
+        // must follow the text to its copy.
+        size_t length = bytes / sizeof(DomChar) - 1;
+        if (length <= SHARED_TEXT_LIMIT) {
+            const DomChar*& slot = m_aSharedTexts[Core::HashText(data, length) % SHARED_TEXT_SLOTS];
+            if (slot == data) slot = copy;
+        }
+        m_pTextNext = m_pTextStart;
+    }
     data = copy;
     return static_cast<CCharacterData*>(record);
 }
