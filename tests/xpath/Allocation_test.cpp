@@ -1,35 +1,7 @@
 // Streaming paths walk large documents without allocating per node. This program replaces
 // the global operator new to count allocations while a walk runs.
-#include <cstdlib>
-#include <new>
-
 #include "XpathTestSupport.h"
-#include "core/SmallBlocks.h"
-
-namespace {
-bool g_bCounting = false;
-long g_nAllocations = 0;
-}  // namespace
-
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-void* operator new(std::size_t size) {
-    if (g_bCounting) ++g_nAllocations;
-    if (void* p = std::malloc(size ? size : 1)) return p;
-    throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-// The other replaceable forms, so that every allocation of the program pairs with free().
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size ? size : 1); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size ? size : 1); }
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
+#include "tests/AllocationCounting.h"
 
 namespace {
 
@@ -48,9 +20,7 @@ long CountWalkAllocations(const std::string& markup, const std::string& expressi
     Xpath::CParser parser;
     TRefPtr<Xpath::CExpression> tree;
     parser.Parse(tree, U(expression));
-    g_nAllocations = 0;
-    long reusedBefore = Core::CSmallBlocks::GetReuseCount();
-    g_bCounting = true;
+    long before = AllocationCounting::Count();
     {
         TRefPtr<Xpath::CValue> value;
         tree->Evaluate(value, evaluator.m_pContext);
@@ -58,8 +28,7 @@ long CountWalkAllocations(const std::string& markup, const std::string& expressi
         value->GetNodeSet()->CreateIterator(iterator);
         for (nodes = 0; iterator->Current(); iterator->Next()) ++nodes;
     }
-    g_bCounting = false;
-    return g_nAllocations + Core::CSmallBlocks::GetReuseCount() - reusedBefore;
+    return AllocationCounting::Count() - before;
 }
 
 TEST(Allocation, StreamingPathsAllocateNothingPerNode) {

@@ -2,32 +2,9 @@
 // and namespace maps are reused. Counts the allocations of this test program to show it.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
-#include "core/SmallBlocks.h"
+#include "tests/AllocationCounting.h"
 #include "xslt/private/MessageSink.h"
 #include "xslt/private/ResultTree.h"
-
-namespace {
-long g_nAllocations = 0;
-}
-
-void* operator new(std::size_t size) {
-    ++g_nAllocations;
-    if (void* p = std::malloc(size ? size : 1)) return p;
-    throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-// The other replaceable forms, so that every allocation of the program pairs with free().
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size ? size : 1); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return std::malloc(size ? size : 1); }
-void operator delete[](void* p) noexcept { std::free(p); }
-void operator delete[](void* p, std::size_t) noexcept { std::free(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
-void operator delete[](void* p, const std::nothrow_t&) noexcept { std::free(p); }
 
 namespace {
 
@@ -56,18 +33,15 @@ void WriteDocument(CResultTree& tree) {
     tree.EndDocument();
 }
 
-// Every allocation, including small blocks handed out again from the free lists.
-long Allocations() { return g_nAllocations + Core::CSmallBlocks::GetReuseCount(); }
-
 TEST(ResultTreeAllocationTest, StartTagsAllocateNothingAfterWarmUp) {
     TRefPtr<XsltPrivate::CStringSink> sink(new XsltPrivate::CStringSink);
     TRefPtr<CResultTree> tree(new CResultTree(sink));
-    long start = Allocations();
+    long start = AllocationCounting::Count();
     WriteDocument(*tree);
-    EXPECT_GT(Allocations() - start, 0) << "the count must see the warm-up";
-    long before = Allocations();
+    EXPECT_GT(AllocationCounting::Count() - start, 0) << "the count must see the warm-up";
+    long before = AllocationCounting::Count();
     WriteDocument(*tree);
-    EXPECT_EQ(Allocations() - before, 0);
+    EXPECT_EQ(AllocationCounting::Count() - before, 0);
 }
 
 }  // namespace
