@@ -35,6 +35,34 @@ void SetData(CCharacterData* node, const DomChar* data) {
     node->m_nDataOffset = static_cast<int32_t>(Distance(node, data));
 }
 
+// The slot of a short text or name in the builder's small caches, from its length and three of
+// its units: a repeated value finds its slot without reading all of it, and the values that
+// repeat (indentation, tag names, small numbers) rarely agree in all four.
+unsigned int QuickSlot(const DomChar* text, size_t length) {
+    if (length == 0) return 0;
+    return static_cast<unsigned int>(length * 61 + text[0] * 7 + text[length / 2] * 3 + text[length - 1]);
+}
+
+// Compares four units at a time while four remain, then one at a time.
+bool SameUnits(const DomChar* a, const DomChar* b, size_t length) {
+    size_t i = 0;
+    for (; i + 4 <= length; i += 4) {
+        uint64_t left;
+        uint64_t right;
+        std::memcpy(&left, a + i, sizeof(left));
+        std::memcpy(&right, b + i, sizeof(right));
+        if (left != right) return false;
+    }
+    for (; i < length; ++i) {
+        if (a[i] != b[i]) return false;
+    }
+    return true;
+}
+
+bool SameText(DomStringView a, DomStringView b) {
+    return a.size() == b.size() && SameUnits(a.data(), b.data(), a.size());
+}
+
 }  // namespace
 
 void CDocumentBuilder::Create(CNode* document, CStripSpaceRules* rules, IBuildListener* listener,
@@ -165,23 +193,27 @@ void CDocumentBuilder::ResolveAgain() {
 // A name met before in the same scope is taken from the recent names, except while the element
 // declares namespaces, when its scope is still filling.
 const CName* CDocumentBuilder::ResolveName(DomStringView qualifiedName, bool isElement, bool raise) {
-    unsigned int hash = Core::HashText(qualifiedName);
-    if (m_bScopeOwned) return LookUpName(qualifiedName, hash, isElement, raise);
-    SResolvedName& recent = m_aResolvedNames[isElement][hash % RESOLVED_NAME_SLOTS];
-    if (recent.pScope == m_pScope && recent.pName->m_nHash == hash && recent.pName->m_sQualifiedName == qualifiedName)
-        return recent.pName;
+    if (m_bScopeOwned) return LookUpName(qualifiedName, isElement, raise);
+    SResolvedName* recent =
+        m_aResolvedNames[isElement][QuickSlot(qualifiedName.data(), qualifiedName.size()) % RESOLVED_NAME_SLOTS];
+    for (int way = 0; way < 2; ++way) {
+        if (recent[way].pScope == m_pScope && SameText(recent[way].pName->m_sQualifiedName, qualifiedName))
+            return recent[way].pName;
+    }
     bool prefixMissing = m_bPrefixMissing;
     m_bPrefixMissing = false;
-    const CName* name = LookUpName(qualifiedName, hash, isElement, raise);
-    if (!m_bPrefixMissing) recent = SResolvedName{name, m_pScope};
+    const CName* name = LookUpName(qualifiedName, isElement, raise);
+    if (!m_bPrefixMissing) {
+        recent[1] = recent[0];
+        recent[0] = SResolvedName{name, m_pScope};
+    }
     m_bPrefixMissing |= prefixMissing;
     return name;
 }
 
 // Splits at the first ":"; an unprefixed element takes the default namespace, an unprefixed
 // attribute none. An unbound prefix raises code 8 when `raise` is set and is noted otherwise.
-const CName* CDocumentBuilder::LookUpName(DomStringView qualifiedName, unsigned int hash, bool isElement,
-                                          bool raise) {
+const CName* CDocumentBuilder::LookUpName(DomStringView qualifiedName, bool isElement, bool raise) {
     DomStringView uri;
     size_t colon = qualifiedName.find(u':');
     if (colon != DomStringView::npos || isElement) {
@@ -195,7 +227,7 @@ const CName* CDocumentBuilder::LookUpName(DomStringView qualifiedName, unsigned 
         }
     }
     CNameTable& table = isElement ? m_pData->m_oElementNames : m_pData->m_oAttributeNames;
-    return table.Intern(qualifiedName, uri, hash);
+    return table.Intern(qualifiedName, uri, Core::HashText(qualifiedName));
 }
 
 void* CDocumentBuilder::AllocateNode(size_t size) {
@@ -400,8 +432,8 @@ const DomChar* CDocumentBuilder::TerminateText() {
 const DomChar* CDocumentBuilder::ShareOrTerminateText() {
     size_t length = static_cast<size_t>(m_pTextNext - m_pTextStart);
     if (length > SHARED_TEXT_LIMIT) return TerminateText();
-    const DomChar*& slot = m_aSharedTexts[Core::HashText(m_pTextStart, length) % SHARED_TEXT_SLOTS];
-    if (slot && std::char_traits<DomChar>::compare(slot, m_pTextStart, length) == 0 && slot[length] == 0) {
+    const DomChar*& slot = m_aSharedTexts[QuickSlot(m_pTextStart, length) % SHARED_TEXT_SLOTS];
+    if (slot && SameUnits(slot, m_pTextStart, length) && slot[length] == 0) {
         m_pTextNext = m_pTextStart;
         return slot;
     }
@@ -446,8 +478,13 @@ CCharacterData* CDocumentBuilder::AllocateCharacterData(const DomChar*& data) {
     void* record = AllocateNode(sizeof(CCharacterData));
     if (IsNear(record, data)) return static_cast<CCharacterData*>(record);
     m_pNodeNext -= sizeof(CCharacterData);
+    return AllocateWithCopy(data);
+}
+
+// The rare far case, kept out of line so the common one saves no registers for it.
+CCharacterData* CDocumentBuilder::AllocateWithCopy(const DomChar*& data) {
     size_t bytes = sizeof(DomChar) * (std::char_traits<DomChar>::length(data) + 1);
-    record = AllocateNode(sizeof(CCharacterData) + (bytes + 7) / 8 * 8);
+    void* record = AllocateNode(sizeof(CCharacterData) + (bytes + 7) / 8 * 8);
     DomChar* copy = reinterpret_cast<DomChar*>(static_cast<CCharacterData*>(record) + 1);
     std::memcpy(copy, data, bytes);
     if (data == m_pTextStart) {
@@ -455,7 +492,7 @@ CCharacterData* CDocumentBuilder::AllocateCharacterData(const DomChar*& data) {
         // must follow the text to its copy.
         size_t length = bytes / sizeof(DomChar) - 1;
         if (length <= SHARED_TEXT_LIMIT) {
-            const DomChar*& slot = m_aSharedTexts[Core::HashText(data, length) % SHARED_TEXT_SLOTS];
+            const DomChar*& slot = m_aSharedTexts[QuickSlot(data, length) % SHARED_TEXT_SLOTS];
             if (slot == data) slot = copy;
         }
         m_pTextNext = m_pTextStart;

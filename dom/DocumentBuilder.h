@@ -66,7 +66,7 @@ private:
     void CompleteStartTag();
     void ResolveAgain();
     const CName* ResolveName(DomStringView qualifiedName, bool isElement, bool raise);
-    const CName* LookUpName(DomStringView qualifiedName, unsigned int hash, bool isElement, bool raise);
+    const CName* LookUpName(DomStringView qualifiedName, bool isElement, bool raise);
     void* AllocateNode(size_t size);
     [[gnu::noinline]] void AddNodeChunk(size_t size);
     void LinkChild(CChildNode* node, int classIndex);
@@ -85,6 +85,7 @@ private:
     bool IsWhitespaceOnly() const;
     void CloseText();
     CCharacterData* AllocateCharacterData(const DomChar*& data);
+    [[gnu::noinline]] CCharacterData* AllocateWithCopy(const DomChar*& data);
     void MoveComment(const DomChar*& data);
     void Notify(CNode* node, uint32_t order);
 
@@ -128,17 +129,18 @@ private:
     bool m_bMayStrip;
     bool m_bPreserve;
     bool m_bPreserveEffective;
-    // Short texts already stored, by hash: repeated values and indentation are stored once.
+    // Short texts already stored, by quick slot: repeated values and indentation are stored once.
     enum { SHARED_TEXT_LIMIT = 16, SHARED_TEXT_SLOTS = 256 };
     const DomChar* m_aSharedTexts[SHARED_TEXT_SLOTS];
-    // Names recently resolved, by kind (attribute, element) and hash, with the scope they were
-    // resolved in: a tag name repeats in the same scope far more often than not.
+    // Names recently resolved, by kind (attribute, element) and quick slot, two to a slot (the
+    // newer first), with the scope they were resolved in: a tag name repeats in the same scope far
+    // more often than not, and two names often alternate (rows and cells).
     struct SResolvedName {
         const CName* pName;
         const CNamespaceScope* pScope;
     };
     enum { RESOLVED_NAME_SLOTS = 64 };
-    SResolvedName m_aResolvedNames[2][RESOLVED_NAME_SLOTS];
+    SResolvedName m_aResolvedNames[2][RESOLVED_NAME_SLOTS][2];
     // Two bits per open element (preserve, effective), kept only when rules are set.
     TArray<unsigned char> m_aPreserveStack;
 };
