@@ -119,6 +119,11 @@ void CScanner::Fail(int code) {
 // ---- tokens ----
 
 int CScanner::NextToken() {
+    int common = ScanCommonToken();
+    if (common >= 0) {
+        m_nToken = common;
+        return common;
+    }
     int previous = m_nToken;
     m_pStack->SetEofAllowed(true);
     for (;;) {
@@ -226,6 +231,89 @@ int CScanner::NextToken() {
         m_nToken = type;
         return type;
     }
+}
+
+// The tokens of tags and the openings of markup in content, read straight from the top buffer
+// while they end inside it, which is how nearly all of them come. -1 leaves the stream untouched
+// for the general path: at a buffer's end, at the end of an entity, and for the rarer tokens.
+// In content, text is not consumed: the general path reads its first unit and puts it back,
+// which ends in the same place.
+int CScanner::ScanCommonToken() {
+    CCharStream* top = m_pStack->Top();
+    const DomChar* p = top->Current();
+    const DomChar* end = top->End();
+    if (end - p < 2) return -1;
+    DomChar unit = *p;
+    if (m_bInContent) {
+        if (unit != u'<') return unit == 0 ? -1 : TokenCharData;
+        if (p[1] == u'/') {
+            top->Advance(2);
+            return TokenEndTag;
+        }
+        if (!IsNameStartChar(p[1])) return -1;
+        top->Advance(1);
+        return TokenStartTag;
+    }
+    switch (unit) {
+    case u'=':
+        top->Advance(1);
+        return TokenEquals;
+    case u'"':
+    case u'\'':
+        top->Advance(1);
+        m_nQuote = unit;
+        m_nLiteralDepth = m_pStack->GetDepth();
+        return TokenLiteral;
+    case u'>':
+        top->Advance(1);
+        return m_bInDeclaration ? TokenDeclClose : TokenTagClose;
+    case u'/':
+        if (p[1] != u'>' || m_bInDeclaration) return -1;
+        top->Advance(2);
+        return TokenEmptyTagClose;
+    default:
+        if (IsSpaceChar(unit)) return SkipSpacesInBuffer(top) ? TokenSpaces : -1;
+        if (!IsNameStartChar(unit)) return -1;
+        return ReadNameInBuffer(top) ? TokenName : -1;
+    }
+}
+
+// Spaces that end inside the top buffer, not right behind other spaces (those meet across an
+// entity's border and are skipped by the general path).
+bool CScanner::SkipSpacesInBuffer(CCharStream* top) {
+    if (m_nToken == TokenSpaces) return false;
+    const DomChar* begin = top->Current();
+    const DomChar* end = top->End();
+    const DomChar* lineStart = nullptr;
+    int lines = 0;
+    const DomChar* p = begin;
+    for (; p < end && IsSpaceChar(*p); ++p) {
+        if (*p == u'\n') {
+            ++lines;
+            lineStart = p + 1;
+        }
+    }
+    if (p == end) return false;
+    top->AdvanceOverLines(static_cast<int>(p - begin), lines, lineStart);
+    return true;
+}
+
+// A name that ends inside the top buffer and is not followed by an occurrence sign.
+bool CScanner::ReadNameInBuffer(CCharStream* top) {
+    const DomChar* begin = top->Current();
+    const DomChar* end = top->End();
+    const DomChar* p = begin + 1;
+    while (p < end && IsNameChar(*p)) ++p;
+    if (p == end || *p == u'?' || *p == u'*' || *p == u'+') return false;
+    size_t length = static_cast<size_t>(p - begin);
+    if (m_bNamesInPlace) {
+        m_vToken = DomStringView(begin, length);
+    } else {
+        m_sToken.assign(begin, length);
+        m_vToken = m_sToken;
+    }
+    top->Advance(static_cast<int>(length));
+    return true;
 }
 
 // After "<": a declaration, processing instruction, comment, CDATA section or tag.

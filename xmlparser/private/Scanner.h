@@ -113,6 +113,9 @@ public:
 
 private:
     [[noreturn]] void Raise(int code) override { Fail(code); }
+    int ScanCommonToken();
+    bool SkipSpacesInBuffer(CCharStream* top);
+    bool ReadNameInBuffer(CCharStream* top);
     int ScanMarkupOpen();
     bool ScanReferenceName();
     void ReadNameRest(DomString& name);
