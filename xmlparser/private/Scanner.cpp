@@ -15,49 +15,48 @@ namespace {
 
 using Code = Sxp::CParseException;
 
-constexpr SStopSet MakeStops(const char* units) {
-    SStopSet set{};
-    set.m_abStop[0] = true;
-    set.m_abStop[0x0A] = true;
-    int count = 0;
-    set.m_aKeys[count++][0] = u'\n';
-    for (; *units; ++units) {
-        set.m_abStop[static_cast<unsigned char>(*units)] = true;
-        set.m_aKeys[count++][0] = static_cast<DomChar>(*units);
-    }
-    for (auto& key : set.m_aKeys) {
-        for (DomChar& unit : key) unit = key[0];  // keys not given stay 0, itself a stop
-    }
-    return set;
-}
-
-bool IsStop(DomChar unit, const SStopSet& stops) { return unit < 128 && stops.m_abStop[unit]; }
-
-// The first unit in [p, end) that `stops` holds, or end; eight units at a time where the
-// machine has the vector instructions.
-const DomChar* FindStop(const DomChar* p, const DomChar* end, const SStopSet& stops) {
-    if (p == end || IsStop(*p, stops)) return p;
+// A set of units at which a block copy stops. Every set holds 0 (end of a stream) and the line
+// feed (line counting); the units are constants, so the vector search compares with immediates.
+template <DomChar... Units>
+struct TStops {
+    static bool Holds(DomChar unit) { return unit == 0 || unit == u'\n' || ((unit == Units) || ...); }
 #ifdef __SSE2__
-    __m128i keys[8];
-    for (int i = 0; i < 8; ++i) keys[i] = _mm_load_si128(reinterpret_cast<const __m128i*>(stops.m_aKeys[i]));
-    for (; end - p >= 8; p += 8) {
-        __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        __m128i hits = _mm_cmpeq_epi16(units, keys[0]);
-        for (int i = 1; i < 8; ++i) hits = _mm_or_si128(hits, _mm_cmpeq_epi16(units, keys[i]));
-        int mask = _mm_movemask_epi8(hits);
-        if (mask != 0) return p + (__builtin_ctz(static_cast<unsigned>(mask)) >> 1);
+    static __m128i Hits(__m128i units) {
+        __m128i hits = _mm_or_si128(_mm_cmpeq_epi16(units, _mm_setzero_si128()),
+                                    _mm_cmpeq_epi16(units, _mm_set1_epi16(u'\n')));
+        ((hits = _mm_or_si128(hits, _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(Units))))), ...);
+        return hits;
     }
 #endif
-    while (p < end && !IsStop(*p, stops)) ++p;
+};
+
+using STextStops = TStops<u'<', u'&', u']'>;
+using SAttributeStops = TStops<u'"', u'\'', u'<', u'&', u'\r', u'\t'>;
+using SCommentStops = TStops<u'-'>;
+using SCDataStops = TStops<u']'>;
+using SPiStops = TStops<u'?'>;
+
+// The first unit in [p, end) that the set holds, or end; sixteen units at a time where the
+// machine has the vector instructions.
+template <class Stops>
+const DomChar* FindStop(const DomChar* p, const DomChar* end) {
+    if (p == end || Stops::Holds(*p)) return p;
+#ifdef __SSE2__
+    for (; end - p >= 16; p += 16) {
+        __m128i low = Stops::Hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+        __m128i high = Stops::Hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 8)));
+        int mask = _mm_movemask_epi8(_mm_packs_epi16(low, high));
+        if (mask != 0) return p + __builtin_ctz(static_cast<unsigned>(mask));
+    }
+    if (end - p >= 8) {
+        int mask = _mm_movemask_epi8(Stops::Hits(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p))));
+        if (mask != 0) return p + (__builtin_ctz(static_cast<unsigned>(mask)) >> 1);
+        p += 8;
+    }
+#endif
+    while (p < end && !Stops::Holds(*p)) ++p;
     return p;
 }
-
-// Every set holds 0 (end of a stream) and the line feed (line counting), and at most six more.
-constexpr SStopSet s_textStops = MakeStops("<&]");
-constexpr SStopSet s_attributeStops = MakeStops("\"'<&\r\t");
-constexpr SStopSet s_commentStops = MakeStops("-");
-constexpr SStopSet s_cdataStops = MakeStops("]");
-constexpr SStopSet s_piStops = MakeStops("?");
 
 // Entity expansion is refused once it has produced more than this many units and more than this
 // multiple of the units read from the document itself, which stops self-multiplying entities.
@@ -453,11 +452,12 @@ void CScanner::ChargeExpansion(int64_t units) {
 // ---- chunks ----
 
 // Copies the units of the top buffer up to the first that `stops` holds into the chunk.
-void CScanner::CopyRun(const SStopSet& stops) {
+template <class Stops>
+void CScanner::CopyRun() {
     CCharStream* top = m_pStack->Top();
     const DomChar* begin = top->Current();
     const DomChar* end = top->End();
-    int count = static_cast<int>(FindStop(begin, end, stops) - begin);
+    int count = static_cast<int>(FindStop<Stops>(begin, end) - begin);
     if (count == 0) return;
     Append(begin, count);
     top->Advance(count);
@@ -509,7 +509,7 @@ bool CScanner::PassTextInPlace() {
     int lines = 0;
     const DomChar* p = begin;
     for (;;) {
-        p = FindStop(p, end, s_textStops);
+        p = FindStop<STextStops>(p, end);
         if (p == end || *p != u'\n') break;
         ++lines;
         lineStart = ++p;
@@ -524,7 +524,7 @@ bool CScanner::PassTextInPlace() {
 bool CScanner::ReadCharData() {
     if (m_nChunk == 0 && !m_pCollect && PassTextInPlace()) return false;
     for (;;) {
-        CopyRun(s_textStops);
+        CopyRun<STextStops>();
         DomChar unit = NextChar();
         if (unit == u'<') {
             PushBack(unit);
@@ -573,7 +573,7 @@ bool CScanner::ReadContentReference() {
 void CScanner::ReadComment() {
     m_pHandler->StartComment();
     for (;;) {
-        CopyRun(s_commentStops);
+        CopyRun<SCommentStops>();
         DomChar unit = NextChar();
         if (unit != u'-') {
             AppendUnit(unit);
@@ -595,7 +595,7 @@ void CScanner::ReadComment() {
 void CScanner::ReadCData() {
     m_pHandler->StartCData();
     for (;;) {
-        CopyRun(s_cdataStops);
+        CopyRun<SCDataStops>();
         DomChar unit = NextChar();
         if (unit != u']') {
             AppendUnit(unit);
@@ -619,7 +619,7 @@ void CScanner::ReadProcessingInstruction() {
     m_pCollect = &m_sData;
     SkipSpaceChars();
     for (;;) {
-        CopyRun(s_piStops);
+        CopyRun<SPiStops>();
         DomChar unit = NextChar();
         if (unit == u'?') {
             DomChar next = NextChar();
@@ -649,7 +649,7 @@ bool CScanner::PassValueInPlace() {
     if (m_nChunk != 0 || m_pCollect || m_pStack->GetDepth() != m_nLiteralDepth) return false;
     CCharStream* top = m_pStack->Top();
     const DomChar* begin = top->Current();
-    const DomChar* p = FindStop(begin, top->End(), s_attributeStops);
+    const DomChar* p = FindStop<SAttributeStops>(begin, top->End());
     int count = static_cast<int>(p - begin);
     if (p == top->End() || *p != m_nQuote || count > ChunkSize) return false;
     top->Advance(count + 1);
@@ -660,7 +660,7 @@ bool CScanner::PassValueInPlace() {
 void CScanner::ReadAttributeValue() {
     if (PassValueInPlace()) return;
     for (;;) {
-        CopyRun(s_attributeStops);
+        CopyRun<SAttributeStops>();
         DomChar unit = NextChar();
         if (IsLiteralEnd(unit)) break;
         switch (unit) {

@@ -49,13 +49,6 @@ enum ETokenType : int {
     TokenPi = 32
 };
 
-// The set of units at which a block copy stops; only ASCII units can be in it, at most eight,
-// each also kept eight times over for comparing a vector of units at once.
-struct SStopSet {
-    alignas(16) DomChar m_aKeys[8][8];
-    bool m_abStop[128];
-};
-
 class CScanner : public CRefObject, private IFailure {
 public:
     enum : int { ChunkSize = 1024, MaxEntityDepth = 256 };
@@ -132,7 +125,8 @@ private:
 
     bool PassTextInPlace();
     bool PassValueInPlace();
-    void CopyRun(const SStopSet& stops);
+    template <class Stops>
+    void CopyRun();
     void Append(const DomChar* units, int count);
     void AppendUnit(DomChar unit) {
         m_aChunk[m_nChunk++] = unit;
