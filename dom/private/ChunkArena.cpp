@@ -7,6 +7,7 @@
 #include <sys/mman.h>
 
 #include <algorithm>
+#include <system_error>
 
 namespace Dom {
 
@@ -21,6 +22,7 @@ size_t RoundUp(size_t size) { return (size + 15) & ~size_t(15); }
 }  // namespace
 
 CChunkArena::~CChunkArena() {
+    if (char* prepared = TakePreparedRegion()) munmap(prepared, kRegionSize);
     for (char* region : m_aRegions) munmap(region, kRegionSize);
 }
 
@@ -64,17 +66,36 @@ size_t CChunkArena::SizeOf(const void* chunk) {
 
 // A region is used from start to end soon after it is made, so its pages are filled at once,
 // which costs much less than a fault for each of them.
-bool CChunkArena::AddRegion() {
+char* CChunkArena::MapRegion() {
     void* mapped = mmap(nullptr, kRegionSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (mapped == MAP_FAILED) return false;
-    char* region = static_cast<char*>(mapped);
+    if (mapped == MAP_FAILED) return nullptr;
 #ifdef MADV_POPULATE_WRITE
-    madvise(region, kRegionSize, MADV_POPULATE_WRITE);
+    madvise(mapped, kRegionSize, MADV_POPULATE_WRITE);
 #endif
+    return static_cast<char*>(mapped);
+}
+
+// A document that has needed one region usually needs more. Where no thread can be started the
+// next region is simply mapped when it is needed.
+void CChunkArena::PrepareNextRegion() {
+    try {
+        m_oPrepared = std::async(std::launch::async, &CChunkArena::MapRegion);
+    } catch (const std::system_error&) {
+        m_oPrepared = {};
+    }
+}
+
+char* CChunkArena::TakePreparedRegion() { return m_oPrepared.valid() ? m_oPrepared.get() : nullptr; }
+
+bool CChunkArena::AddRegion() {
+    char* region = TakePreparedRegion();
+    if (!region) region = MapRegion();
+    if (!region) return false;
     m_aRegions.Insert(static_cast<int>(std::lower_bound(m_aRegions.begin(), m_aRegions.end(), region) - m_aRegions.begin()),
                       region);
     m_pNext = region;
     m_pEnd = region + kRegionSize;
+    PrepareNextRegion();
     return true;
 }
 

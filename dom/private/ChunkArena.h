@@ -1,9 +1,11 @@
 // Memory for the chunks of a large document. A document of many megabytes takes its node and
 // text chunks from regions of a few megabytes whose pages the system fills in one go, instead of
 // one page fault per four kilobytes as the document grows. Small documents (stylesheets,
-// fragments) never get here and stay with the general allocator.
+// fragments) never get here and stay with the general allocator. While one region is being
+// used, the next is prepared on another thread, so that filling its pages overlaps the building.
 #pragma once
 #include <cstddef>
+#include <future>
 
 #include "core/Array.h"
 
@@ -26,11 +28,15 @@ public:
 
 private:
     bool AddRegion();
+    static char* MapRegion();
+    void PrepareNextRegion();
+    char* TakePreparedRegion();
 
     TArray<char*> m_aRegions;  // ascending by address
     char* m_pNext = nullptr;
     char* m_pEnd = nullptr;
     void* m_pLast = nullptr;
+    std::future<char*> m_oPrepared;  // the next region, while it is being prepared
 };
 
 }  // namespace Dom
