@@ -1,6 +1,8 @@
 // Character classes of the scanner: one class per 16-bit unit, looked up in two levels
 // (a page per high byte, a class per low byte), built once from the name-character table.
 #pragma once
+#include <cstdint>
+
 #include "core/DomString.h"
 
 namespace XmlParserPrivate {
@@ -41,7 +43,21 @@ inline int CharClass(DomChar unit) { return g_apCharClassPages[unit >> 8][unit &
 inline bool IsLegalChar(DomChar unit) { return CharClass(unit) != ClassIllegal; }
 inline bool IsSpaceChar(DomChar unit) { return CharClass(unit) == ClassSpace; }
 inline bool IsNameStartChar(DomChar unit) { return CharClass(unit) == ClassNameStart; }
+// Name characters below 0x80 as bits: tag names are nearly always ASCII, and this spares their
+// loops the two table loads per unit. It agrees with the low page of the tables.
+constexpr uint64_t AsciiNameBits(int first) {
+    uint64_t bits = 0;
+    for (int c = first; c < first + 64; ++c) {
+        bool name = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' ||
+                    c == ':' || c == '.' || c == '-';
+        if (name) bits |= uint64_t{1} << (c - first);
+    }
+    return bits;
+}
+constexpr uint64_t g_anAsciiNameChars[2] = {AsciiNameBits(0), AsciiNameBits(64)};
+
 inline bool IsNameChar(DomChar unit) {
+    if (unit < 0x80) return (g_anAsciiNameChars[unit >> 6] >> (unit & 63)) & 1u;
     constexpr unsigned nameClasses = 1u << ClassNameStart | 1u << ClassNameChar | 1u << ClassMinus;
     return (nameClasses >> CharClass(unit)) & 1u;
 }

@@ -117,12 +117,7 @@ void CScanner::Fail(int code) {
 
 // ---- tokens ----
 
-int CScanner::NextToken() {
-    int common = ScanCommonToken();
-    if (common >= 0) {
-        m_nToken = common;
-        return common;
-    }
+int CScanner::ScanToken() {
     int previous = m_nToken;
     m_pStack->SetEofAllowed(true);
     for (;;) {
@@ -275,6 +270,13 @@ int CScanner::ScanCommonToken() {
         if (!IsNameStartChar(unit)) return -1;
         return ReadNameInBuffer(top) ? TokenName : -1;
     }
+}
+
+int CScanner::NextToken() {
+    int common = ScanCommonToken();
+    if (common < 0) return ScanToken();
+    m_nToken = common;
+    return common;
 }
 
 // Spaces that end inside the top buffer, not right behind other spaces (those meet across an

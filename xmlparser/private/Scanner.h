@@ -106,7 +106,8 @@ public:
 
 private:
     [[noreturn]] void Raise(int code) override { Fail(code); }
-    int ScanCommonToken();
+    [[gnu::always_inline]] inline int ScanCommonToken();
+    [[gnu::noinline]] int ScanToken();
     bool SkipSpacesInBuffer(CCharStream* top);
     bool ReadNameInBuffer(CCharStream* top);
     int ScanMarkupOpen();
