@@ -58,6 +58,33 @@ const DomChar* FindStop(const DomChar* p, const DomChar* end) {
     return p;
 }
 
+// The end of the run of name characters that starts at p, within [p, end); eight units at a
+// time while they are ASCII, which tag names nearly always are. Units from 0x80 on are negative
+// to the signed comparisons, so they leave the vector loop to the table lookup.
+const DomChar* SkipNameChars(const DomChar* p, const DomChar* end) {
+#ifdef __SSE2__
+    auto inRange = [](__m128i units, short low, short high) {
+        return _mm_and_si128(_mm_cmpgt_epi16(units, _mm_set1_epi16(static_cast<short>(low - 1))),
+                             _mm_cmplt_epi16(units, _mm_set1_epi16(static_cast<short>(high + 1))));
+    };
+    for (; end - p >= 8; p += 8) {
+        __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        __m128i letters = inRange(_mm_or_si128(units, _mm_set1_epi16(0x20)), u'a', u'z');
+        __m128i digitsAndColon = inRange(units, u'0', u':');
+        __m128i dashAndDot = inRange(units, u'-', u'.');
+        __m128i underscore = _mm_cmpeq_epi16(units, _mm_set1_epi16(u'_'));
+        __m128i names = _mm_or_si128(_mm_or_si128(letters, digitsAndColon), _mm_or_si128(dashAndDot, underscore));
+        unsigned others = ~static_cast<unsigned>(_mm_movemask_epi8(names)) & 0xFFFFu;
+        if (others != 0) {
+            p += __builtin_ctz(others) >> 1;
+            break;
+        }
+    }
+#endif
+    while (p < end && IsNameChar(*p)) ++p;
+    return p;
+}
+
 // Entity expansion is refused once it has produced more than this many units and more than this
 // multiple of the units read from the document itself, which stops self-multiplying entities.
 constexpr int64_t s_nExpansionAllowance = 1 << 25;
@@ -303,18 +330,21 @@ bool CScanner::SkipSpacesInBuffer(CCharStream* top) {
 bool CScanner::ReadNameInBuffer(CCharStream* top) {
     const DomChar* begin = top->Current();
     const DomChar* end = top->End();
-    const DomChar* p = begin + 1;
-    while (p < end && IsNameChar(*p)) ++p;
+    const DomChar* p = SkipNameChars(begin + 1, end);
     if (p == end || *p == u'?' || *p == u'*' || *p == u'+') return false;
     size_t length = static_cast<size_t>(p - begin);
     if (m_bNamesInPlace) {
         m_vToken = DomStringView(begin, length);
     } else {
-        m_sToken.assign(begin, length);
-        m_vToken = m_sToken;
+        CopyToken(DomStringView(begin, length));
     }
     top->Advance(static_cast<int>(length));
     return true;
+}
+
+void CScanner::CopyToken(DomStringView name) {
+    m_sToken.assign(name);
+    m_vToken = m_sToken;
 }
 
 // After "<": a declaration, processing instruction, comment, CDATA section or tag.

@@ -110,6 +110,7 @@ private:
     [[gnu::noinline]] int ScanToken();
     bool SkipSpacesInBuffer(CCharStream* top);
     bool ReadNameInBuffer(CCharStream* top);
+    [[gnu::noinline]] void CopyToken(DomStringView name);
     int ScanMarkupOpen();
     bool ScanReferenceName();
     void ReadNameRest(DomString& name);
