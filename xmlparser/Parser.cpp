@@ -324,11 +324,13 @@ void CParser::ParseEndTag() {
     scanner.SetInContent(false);
     if (scanner.GetToken() == TokenEnd) scanner.Fail(Code::UnexpectedEndOfDocument);
     if (scanner.GetToken() != TokenEndTag) scanner.Fail(Code::MissingEndTagOpen);
-    if (scanner.NextToken() != TokenName) scanner.Fail(Code::MissingName);
     size_t start = static_cast<size_t>(m_aOpenStarts.Last());
-    DomStringView name = scanner.GetTokenText();
-    bool matches = m_sOpenNames.size() - start == name.size() &&
-                   std::memcmp(m_sOpenNames.data() + start, name.data(), name.size() * sizeof(DomChar)) == 0;
+    DomStringView openName = DomStringView(m_sOpenNames).substr(start);
+    bool matches = scanner.ScanExpectedName(openName);
+    if (!matches) {
+        if (scanner.NextToken() != TokenName) scanner.Fail(Code::MissingName);
+        matches = scanner.GetTokenText() == openName;
+    }
     m_pHandler->EndElement();
     m_sOpenNames.erase(start);
     m_aOpenStarts.RemoveLast();

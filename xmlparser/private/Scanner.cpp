@@ -342,6 +342,20 @@ bool CScanner::ReadNameInBuffer(CCharStream* top) {
     return true;
 }
 
+bool CScanner::ScanExpectedName(DomStringView name) {
+    if (m_bInContent || !m_bNamesInPlace) return false;
+    CCharStream* top = m_pStack->Top();
+    const DomChar* begin = top->Current();
+    if (top->End() - begin <= static_cast<ptrdiff_t>(name.size())) return false;
+    if (std::memcmp(begin, name.data(), name.size() * sizeof(DomChar)) != 0) return false;
+    DomChar next = begin[name.size()];
+    if (IsNameChar(next) || next == u'?' || next == u'*' || next == u'+') return false;
+    m_vToken = DomStringView(begin, name.size());
+    top->Advance(static_cast<int>(name.size()));
+    m_nToken = TokenName;
+    return true;
+}
+
 void CScanner::CopyToken(DomStringView name) {
     m_sToken.assign(name);
     m_vToken = m_sToken;

@@ -67,6 +67,10 @@ public:
     int GetToken() const { return m_nToken; }
     // The name of a name, reference, markup-declaration, "#" or processing-instruction token.
     DomStringView GetTokenText() const { return m_vToken; }
+    // Takes the name token if the top buffer holds exactly `name` there, as NextToken would have
+    // read it; false, with nothing read, otherwise. Used where one name is expected, the name of
+    // the open element at its end tag.
+    bool ScanExpectedName(DomStringView name);
     void SetInContent(bool inContent) { m_bInContent = inContent; }
     // Lets the names of tags stand in the stream buffer rather than in a copy; their token
     // text is then valid only until the next character is read.
