@@ -25,14 +25,32 @@ CLocator::~CLocator() {
 
 void CLocator::SetLocator(Sxp::ILocator* locator) {
     m_pPendingLocator = locator;
+    m_pFastKey = nullptr;
     if (locator) return;
     m_pActiveLocator = nullptr;
     m_pActiveDocument = nullptr;
 }
 
+// The common node: of the document being read, on the line of the node before it, 1 to 127
+// orders after it, at a column below 16384. Its bytes go to the stream without a call.
 void CLocator::NodeCreated(Dom::CNode* node, uint32_t order) {
+    bool isDocument = node->GetNodeType() == Dom::DOCUMENT_NODE;
+    if (isDocument || DocumentKey(node) != m_pFastKey) return NodeCreatedSlow(node, order, isDocument);
+    int line;
+    int column;
+    m_pActiveLocator->GetPosition(line, column);
+    SDocument& document = *m_pActiveDocument;
+    uint32_t step = order - document.nLastOrder;
+    if (line != document.nRunLine || step - 1 >= 0x7F || static_cast<uint32_t>(column) >= 0x4000 ||
+        !document.aSteps.TryPutShort(step, static_cast<uint32_t>(column))) {
+        return AddRecord(document, order, line, column);
+    }
+    document.nLastOrder = order;
+}
+
+void CLocator::NodeCreatedSlow(Dom::CNode* node, uint32_t order, bool isDocument) {
     const void* key = DocumentKey(node);
-    if (node->GetNodeType() == Dom::DOCUMENT_NODE) BeginDocument(key);
+    if (isDocument) BeginDocument(key);
     if (!m_pActiveDocument || m_pActiveDocument->pKey != key) return;
     int line = 0;
     int column = 0;
@@ -51,6 +69,7 @@ void CLocator::BeginDocument(const void* key) {
         return;
     }
     m_pActiveDocument = StartDocument(key, m_pActiveLocator->GetSystemId(), m_pActiveLocator->GetPublicId());
+    m_pFastKey = key;
 }
 
 void CLocator::AddLocation(const Xslt::SLocation& location, DomStringView uri, DomStringView publicId, int line,
@@ -77,7 +96,10 @@ void CLocator::Remove(const void* key) {
     for (int i = 0; i < m_aDocuments.GetSize(); ++i) {
         if (m_aDocuments[i]->pKey != key) continue;
         if (m_pLastDocument == m_aDocuments[i]) m_pLastDocument = nullptr;
-        if (m_pActiveDocument == m_aDocuments[i]) m_pActiveDocument = nullptr;
+        if (m_pActiveDocument == m_aDocuments[i]) {
+            m_pActiveDocument = nullptr;
+            m_pFastKey = nullptr;
+        }
         delete m_aDocuments[i];
         m_aDocuments.RemoveAt(i);
         return;
@@ -139,19 +161,9 @@ uint32_t TakeNumber(const TBytes& stream, int& at) {
 // Places come in ascending order from a builder; one out of order goes to the sorted table.
 void CLocator::AddRecord(SDocument& document, uint32_t order, int line, int column) {
     bool inOrder = document.aRuns.IsEmpty() || order > document.nLastOrder;
-    if (inOrder && line >= 0 && column >= 0) {
-        AddToRuns(document, order, line, column);
-    } else {
-        InsertRecord(document, SRecord{order, line, column});
-    }
-}
-
-// Most nodes share the line of the one before; a new line starts a run out of line, so that
-// the common path saves no registers for it.
-void CLocator::AddToRuns(SDocument& document, uint32_t order, int line, int column) {
-    const TArray<SLineRun>& runs = document.aRuns;
-    uint32_t step = !runs.IsEmpty() && runs.Last().nLine == line ? order - document.nLastOrder
-                                                                  : StartRun(document, order, line);
+    if (!inOrder || line < 0 || column < 0) return InsertRecord(document, SRecord{order, line, column});
+    uint32_t step = order - document.nLastOrder;
+    if (line != document.nRunLine) step = StartRun(document, order, line);
     uint8_t* at = document.aSteps.Room(10);
     document.aSteps.Commit(PutNumber(PutNumber(at, step), static_cast<uint32_t>(column)));
     document.nLastOrder = order;
@@ -162,6 +174,7 @@ uint32_t CLocator::StartRun(SDocument& document, uint32_t order, int line) {
     TArray<SLineRun>& runs = document.aRuns;
     if (runs.GetSize() == runs.GetCapacity()) runs.Reserve(runs.GetSize() * 2 + 16);
     runs.Add(SLineRun{order, line, static_cast<uint32_t>(document.aSteps.GetSize())});
+    document.nRunLine = line;
     return 0;
 }
 
@@ -227,12 +240,14 @@ bool CLocator::FindInRuns(const SDocument& document, uint32_t order, int& line, 
 
 // Millions of nodes: the stream doubles rather than growing by the common step.
 void CLocator::CPackedBytes::Grow(int count) {
-    int capacity = m_nCapacity * 2 + 64;
-    if (capacity < m_nSize + count) capacity = m_nSize + count;
+    int size = GetSize();
+    int capacity = static_cast<int>(m_pLimit - m_pBytes.get()) * 2 + 64;
+    if (capacity < size + count) capacity = size + count;
     std::unique_ptr<uint8_t[]> bytes(new uint8_t[static_cast<size_t>(capacity)]);
-    if (m_nSize > 0) std::memcpy(bytes.get(), m_pBytes.get(), static_cast<size_t>(m_nSize));
+    if (size > 0) std::memcpy(bytes.get(), m_pBytes.get(), static_cast<size_t>(size));
     m_pBytes = std::move(bytes);
-    m_nCapacity = capacity;
+    m_pEnd = m_pBytes.get() + size;
+    m_pLimit = m_pBytes.get() + capacity;
 }
 
 void CLocatorFactory::Create(TRefPtr<CLocator>& locator) { locator = new CLocator; }

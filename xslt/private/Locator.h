@@ -60,20 +60,31 @@ private:
     // The packed stream: it doubles as it grows and takes a node's bytes with one test of room.
     class CPackedBytes {
     public:
-        int GetSize() const { return m_nSize; }
+        int GetSize() const { return static_cast<int>(m_pEnd - m_pBytes.get()); }
         uint8_t operator[](int i) const { return m_pBytes[i]; }
         // Room for `count` more bytes at the returned address; Commit sets the new end.
         uint8_t* Room(int count) {
-            if (m_nSize + count > m_nCapacity) Grow(count);
-            return m_pBytes.get() + m_nSize;
+            if (m_pLimit - m_pEnd < count) Grow(count);
+            return m_pEnd;
         }
-        void Commit(const uint8_t* end) { m_nSize = static_cast<int>(end - m_pBytes.get()); }
+        void Commit(uint8_t* end) { m_pEnd = end; }
+        // A step below 128 and a column below 16384 in two or three bytes, if there is room
+        // for three without growing.
+        bool TryPutShort(uint32_t step, uint32_t column) {
+            if (m_pLimit - m_pEnd < 3) return false;
+            uint32_t high = column >> 7;
+            m_pEnd[0] = static_cast<uint8_t>(step);
+            m_pEnd[1] = static_cast<uint8_t>(column | static_cast<uint32_t>(high != 0) << 7);
+            m_pEnd[2] = static_cast<uint8_t>(high);
+            m_pEnd += 2 + (high != 0);
+            return true;
+        }
 
     private:
         [[gnu::noinline]] void Grow(int count);
         std::unique_ptr<uint8_t[]> m_pBytes;
-        int m_nSize = 0;
-        int m_nCapacity = 0;
+        uint8_t* m_pEnd = nullptr;
+        uint8_t* m_pLimit = nullptr;
     };
     // A source document has millions of nodes, so their places are packed: per line a run, per
     // node two variable-length numbers (the step from the previous order, the column). Places
@@ -85,15 +96,16 @@ private:
         TArray<SLineRun> aRuns;
         CPackedBytes aSteps;
         uint32_t nLastOrder = 0;
+        int nRunLine = -1;  // the last run's line; runs hold no negative line
         TArray<SRecord> aRecords;  // ascending by order
     };
 
-    [[gnu::noinline]] void BeginDocument(const void* key);
+    [[gnu::noinline]] void NodeCreatedSlow(Dom::CNode* node, uint32_t order, bool isDocument);
+    void BeginDocument(const void* key);
     SDocument* FindDocument(const void* key) const;
     SDocument* StartDocument(const void* key, DomStringView uri, DomStringView publicId);
-    static void AddRecord(SDocument& document, uint32_t order, int line, int column);
-    static void AddToRuns(SDocument& document, uint32_t order, int line, int column);
-    [[gnu::noinline]] static uint32_t StartRun(SDocument& document, uint32_t order, int line);
+    [[gnu::noinline]] static void AddRecord(SDocument& document, uint32_t order, int line, int column);
+    static uint32_t StartRun(SDocument& document, uint32_t order, int line);
     static void InsertRecord(SDocument& document, const SRecord& record);
     static bool FindInRuns(const SDocument& document, uint32_t order, int& line, int& column);
     static bool FindRecord(const SDocument& document, uint32_t order, int& line, int& column);
@@ -104,6 +116,9 @@ private:
     Sxp::ILocator* m_pPendingLocator = nullptr;
     Sxp::ILocator* m_pActiveLocator = nullptr;
     SDocument* m_pActiveDocument = nullptr;  // the document being read through it
+    // Its key while no other parse is pending, so that a node of it needs one test to be
+    // recorded; null otherwise.
+    const void* m_pFastKey = nullptr;
     TArray<SDocument*> m_aDocuments;
     mutable SDocument* m_pLastDocument = nullptr;  // the one most recently used
 };
