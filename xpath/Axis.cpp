@@ -4,6 +4,8 @@
 // preceding its ancestors.
 #include "xpath/Axis.h"
 
+#include "xpath/NodeTest.h"
+
 namespace Xpath {
 
 Dom::CNode* Successor(const Dom::CNode* node, const Dom::CNode* limit) {
@@ -28,6 +30,17 @@ bool CAxisNodeSet::Retarget(Dom::CNode* origin) {
 
 namespace {
 
+// Successor for a node strictly below `top`, read from the records: below a container every
+// node is of a sibling kind, and only elements among them have children.
+Dom::CNode* SubtreeSuccessor(const Dom::CNode* node, const Dom::CNode* top) {
+    if (node->GetNodeType() == Dom::ELEMENT_NODE)
+        if (Dom::CNode* child = static_cast<const Dom::CElement*>(node)->m_pFirstChild) return child;
+    for (auto* c = static_cast<const Dom::CChildNode*>(node);; c = static_cast<const Dom::CChildNode*>(c->m_pParent)) {
+        if (c->m_pNext) return c->m_pNext;
+        if (c->m_pParent == top) return nullptr;
+    }
+}
+
 // `TWalk` gives First(origin) and After(current, origin, position), position being that of
 // the current node.
 template <class TWalk>
@@ -50,11 +63,74 @@ private:
     Dom::TNodeRef m_origin;
 };
 
+// The axis walk and a test filter's test in one iterator, which belongs to the filter set.
+// Positions are the filter's; the walk's own count of nodes goes to After.
+template <class TWalk>
+class TTestedAxisIterator : public CNodeIterator {
+public:
+    TTestedAxisIterator(CTestFilterNodeSet* filter, CAxisNodeSet* axis)
+        : CNodeIterator(filter),
+          m_pAxis(axis),
+          m_origin(axis->GetOrigin()),
+          m_pContext(filter->GetContext()),
+          m_pTest(filter->GetTest()) {
+        Seek(TWalk::First(m_origin));
+    }
+    void Next() override {
+        if (Dom::CNode* current = Current()) Seek(TWalk::After(current, m_origin, m_nWalked));
+    }
+    bool Restart() override {
+        m_origin = m_pAxis->GetOrigin();
+        Rewind();
+        m_nWalked = 0;
+        Seek(TWalk::First(m_origin));
+        return true;
+    }
+
+private:
+    // Stands on the first node from `node` on that the test accepts.
+    void Seek(Dom::CNode* node) {
+        for (; node; node = TWalk::After(node, m_origin, m_nWalked)) {
+            ++m_nWalked;
+            if (m_pTest->Accepts(m_pContext, node)) break;
+        }
+        MoveTo(node);
+    }
+
+    CAxisNodeSet* m_pAxis;  // the filter set holds it, and the context and test
+    Dom::TNodeRef m_origin;
+    CContext* m_pContext;
+    const CNodeTest* m_pTest;
+    int32_t m_nWalked = 0;
+};
+
+// Counting walks the records without an iterator.
 template <class TWalk, bool Reverse>
 class TAxisNodeSet : public CAxisNodeSet {
 public:
     explicit TAxisNodeSet(Dom::CNode* origin) : CAxisNodeSet(origin, Reverse) {}
     void CreateIterator(TRefPtr<CNodeIterator>& iterator) override { iterator = new TAxisIterator<TWalk>(this); }
+    bool CreateTestedIterator(TRefPtr<CNodeIterator>& iterator, CTestFilterNodeSet* filter) override {
+        iterator = new TTestedAxisIterator<TWalk>(filter, this);
+        return true;
+    }
+    int32_t GetLength() override {
+        if (m_nLength < 0) m_nLength = Count([](const Dom::CNode*) { return true; });
+        return m_nLength;
+    }
+    int32_t CountAccepted(CContext* context, const CNodeTest* test) override {
+        return Count([context, test](const Dom::CNode* node) { return test->Accepts(context, node); });
+    }
+
+private:
+    template <class TAccept>
+    int32_t Count(TAccept accept) const {
+        int32_t count = 0;
+        int32_t walked = 0;
+        for (Dom::CNode* node = TWalk::First(m_origin); node; node = TWalk::After(node, m_origin, ++walked))
+            if (accept(node)) ++count;
+        return count;
+    }
 };
 
 struct SChildWalk {
@@ -63,7 +139,9 @@ struct SChildWalk {
 };
 struct SDescendantWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin->GetFirstChild(); }
-    static Dom::CNode* After(Dom::CNode* current, Dom::CNode* origin, int32_t) { return Successor(current, origin); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode* origin, int32_t) {
+        return SubtreeSuccessor(current, origin);
+    }
 };
 struct SParentWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin->GetParentNode(); }
@@ -108,7 +186,9 @@ struct SSelfWalk {
 };
 struct SDescendantOrSelfWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin; }
-    static Dom::CNode* After(Dom::CNode* current, Dom::CNode* origin, int32_t) { return Successor(current, origin); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode* origin, int32_t) {
+        return current == origin ? origin->GetFirstChild() : SubtreeSuccessor(current, origin);
+    }
 };
 struct SAncestorOrSelfWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin; }

@@ -106,7 +106,7 @@ public:
 private:
     void Skip() {
         Dom::CNode* node = m_pInner->Current();
-        while (node && !m_pTest->Matches(m_pContext, node)) {
+        while (node && !m_pTest->Accepts(m_pContext, node)) {
             m_pInner->Next();
             node = m_pInner->Current();
         }
@@ -188,6 +188,17 @@ Dom::CNode* CNodeSet::GetFirst() {
 
 bool CNodeSet::Retarget(Dom::CNode*) { return false; }
 
+bool CNodeSet::CreateTestedIterator(TRefPtr<CNodeIterator>&, CTestFilterNodeSet*) { return false; }
+
+int32_t CNodeSet::CountAccepted(CContext* context, const CNodeTest* test) {
+    TRefPtr<CNodeIterator> iterator;
+    CreateIterator(iterator);
+    int32_t count = 0;
+    for (; Dom::CNode* node = iterator->Current(); iterator->Next())
+        if (test->Accepts(context, node)) ++count;
+    return count;
+}
+
 CNodeIterator::CNodeIterator(CNodeSet* nodeSet) : m_pNodeSet(nodeSet) {}
 CNodeIterator::~CNodeIterator() = default;
 
@@ -223,8 +234,13 @@ CTestFilterNodeSet::~CTestFilterNodeSet() = default;
 bool CTestFilterNodeSet::IsDocumentOrder() const { return m_pInner->IsDocumentOrder(); }
 bool CTestFilterNodeSet::IsReverseDocumentOrder() const { return m_pInner->IsReverseDocumentOrder(); }
 
+int32_t CTestFilterNodeSet::GetLength() {
+    if (m_nLength < 0) m_nLength = m_pInner->CountAccepted(m_pContext, m_pTest);
+    return m_nLength;
+}
+
 void CTestFilterNodeSet::CreateIterator(TRefPtr<CNodeIterator>& iterator) {
-    iterator = new CTestFilterIterator(this);
+    if (!m_pInner->CreateTestedIterator(iterator, this)) iterator = new CTestFilterIterator(this);
 }
 
 bool CTestFilterNodeSet::Retarget(Dom::CNode* origin) {

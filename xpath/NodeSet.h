@@ -15,6 +15,7 @@ class CContext;
 class CNodeTest;
 class CPredicate;
 class CSortedNodeList;
+class CTestFilterNodeSet;
 
 class CNodeSet : public CRefObject {
 public:
@@ -29,6 +30,12 @@ public:
     // Makes the set start from another node, so that a streaming path can reuse a step's
     // chain of sets and iterators for the next context node; false if the set cannot.
     virtual bool Retarget(Dom::CNode* origin);
+
+    // For a set that can walk with a test folded in: an iterator for `filter`, whose inner set
+    // this is, stepping over the nodes its test turns away; false to leave that to the filter.
+    virtual bool CreateTestedIterator(TRefPtr<CNodeIterator>& iterator, CTestFilterNodeSet* filter);
+    // How many nodes of the set `test` accepts.
+    virtual int32_t CountAccepted(CContext* context, const CNodeTest* test);
 
 protected:
     int32_t m_nLength = -1;
@@ -138,6 +145,7 @@ public:
     ~CTestFilterNodeSet() override;
     bool IsDocumentOrder() const override;
     bool IsReverseDocumentOrder() const override;
+    int32_t GetLength() override;
     void CreateIterator(TRefPtr<CNodeIterator>& iterator) override;
     bool Retarget(Dom::CNode* origin) override;
 

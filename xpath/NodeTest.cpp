@@ -11,10 +11,7 @@ namespace Xpath {
 
 namespace {
 
-bool IsNamedType(const Dom::CNode* node) {
-    int type = node->GetNodeType();
-    return type == Dom::ELEMENT_NODE || type == Dom::ATTRIBUTE_NODE || type == Dom::NAMESPACE_NODE;
-}
+bool IsNamedType(const Dom::CNode* node) { return NamedNodeTypes & NodeTypeBit(node->GetNodeType()); }
 
 // The local name a name test sees: a namespace node is named by its prefix.
 DomStringView NameOf(const Dom::CNode* node) {
@@ -45,7 +42,8 @@ bool CNamespaceTest::Matches(CContext* context, const Dom::CNode* node) const {
 }
 
 CNameTest::CNameTest(DomString prefix, DomString localName)
-    : m_sPrefix(std::move(prefix)), m_sLocalName(std::move(localName)), m_nLocalHash(Core::HashText(m_sLocalName)) {}
+    : CNodeTest(NamedNodeTypes, false),
+      m_sPrefix(std::move(prefix)), m_sLocalName(std::move(localName)), m_nLocalHash(Core::HashText(m_sLocalName)) {}
 
 // Elements and attributes are read from their records directly, since this runs for every node
 // a step walks. Most candidates fail on the length of the local name; of the rest, a name

@@ -22,17 +22,38 @@ enum {
     TestAnyNode = 7,
 };
 
+constexpr uint32_t NodeTypeBit(int type) { return uint32_t{1} << type; }
+constexpr uint32_t NamedNodeTypes =
+    NodeTypeBit(Dom::ELEMENT_NODE) | NodeTypeBit(Dom::ATTRIBUTE_NODE) | NodeTypeBit(Dom::NAMESPACE_NODE);
+
 class CNodeTest : public CRefObject {
 public:
     virtual int32_t GetKind() const = 0;
     virtual bool Matches(CContext* context, const Dom::CNode* node) const = 0;
     // The name for rule indexing; empty but for name tests.
     virtual void GetLocalName(DomString& name) const { name.clear(); }
+
+    // Matches, with the node type looked up in a mask first: a walk turns away or takes most
+    // nodes without a virtual call.
+    bool Accepts(CContext* context, const Dom::CNode* node) const {
+        if (!(m_nTypes & NodeTypeBit(node->GetNodeType()))) return false;
+        return m_bTypeDecides || Matches(context, node);
+    }
+
+protected:
+    // `types`: the node types the test can accept (NodeTypeBit); `typeDecides`: every node of
+    // those types matches.
+    CNodeTest(uint32_t types, bool typeDecides) : m_nTypes(types), m_bTypeDecides(typeDecides) {}
+
+private:
+    uint32_t m_nTypes;
+    bool m_bTypeDecides;
 };
 
 // `*`: an element, attribute or namespace node of any name.
 class CAnyNameTest : public CNodeTest {
 public:
+    CAnyNameTest() : CNodeTest(NamedNodeTypes, true) {}
     int32_t GetKind() const override { return TestAnyName; }
     bool Matches(CContext* context, const Dom::CNode* node) const override;
 };
@@ -40,7 +61,7 @@ public:
 // `prefix:*`
 class CNamespaceTest : public CNodeTest {
 public:
-    explicit CNamespaceTest(DomString prefix) : m_sPrefix(std::move(prefix)) {}
+    explicit CNamespaceTest(DomString prefix) : CNodeTest(NamedNodeTypes, false), m_sPrefix(std::move(prefix)) {}
     int32_t GetKind() const override { return TestNamespace; }
     bool Matches(CContext* context, const Dom::CNode* node) const override;
     const DomString& GetPrefix() const { return m_sPrefix; }
@@ -69,6 +90,7 @@ private:
 
 class CCommentTest : public CNodeTest {
 public:
+    CCommentTest() : CNodeTest(NodeTypeBit(Dom::COMMENT_NODE), true) {}
     int32_t GetKind() const override { return TestComment; }
     bool Matches(CContext* context, const Dom::CNode* node) const override;
 };
@@ -76,6 +98,7 @@ public:
 // Text nodes, CDATA sections included.
 class CTextTest : public CNodeTest {
 public:
+    CTextTest() : CNodeTest(NodeTypeBit(Dom::TEXT_NODE) | NodeTypeBit(Dom::CDATA_SECTION_NODE), true) {}
     int32_t GetKind() const override { return TestText; }
     bool Matches(CContext* context, const Dom::CNode* node) const override;
 };
@@ -83,8 +106,11 @@ public:
 // `processing-instruction()` or, with a target, `processing-instruction('target')`.
 class CProcessingInstructionTest : public CNodeTest {
 public:
-    CProcessingInstructionTest() = default;
-    explicit CProcessingInstructionTest(DomString target) : m_sTarget(std::move(target)), m_bHasTarget(true) {}
+    CProcessingInstructionTest() : CNodeTest(NodeTypeBit(Dom::PROCESSING_INSTRUCTION_NODE), true) {}
+    explicit CProcessingInstructionTest(DomString target)
+        : CNodeTest(NodeTypeBit(Dom::PROCESSING_INSTRUCTION_NODE), false),
+          m_sTarget(std::move(target)),
+          m_bHasTarget(true) {}
     int32_t GetKind() const override { return m_bHasTarget ? TestProcessingInstructionTarget : TestProcessingInstruction; }
     bool Matches(CContext* context, const Dom::CNode* node) const override;
     const DomString& GetTarget() const { return m_sTarget; }
@@ -96,6 +122,7 @@ private:
 
 class CAnyNodeTest : public CNodeTest {
 public:
+    CAnyNodeTest() : CNodeTest(~uint32_t{0}, true) {}
     int32_t GetKind() const override { return TestAnyNode; }
     bool Matches(CContext* context, const Dom::CNode* node) const override;
 };

@@ -2,6 +2,7 @@
 // following and preceding behaviour, and the node tests with late prefix resolution.
 #include "XpathTestSupport.h"
 #include "xpath/Axis.h"
+#include "xpath/NodeTest.h"
 
 namespace {
 
@@ -94,6 +95,53 @@ TEST(Axis, ReverseFlagsFollowTheSettledTable) {
         if (set->IsReverseDocumentOrder()) reverse += std::to_string(kind) + " ";
     }
     EXPECT_EQ(reverse, "5 7 12 ");
+}
+
+// A step with a test walks and counts its axis with the test folded in; what it gives must be
+// the bare axis filtered node by node, positions and sizes included, from every kind of origin.
+TEST(Axis, TestedWalksAndCountsAgreeWithTheFilteredAxis) {
+    CEvaluator evaluator(
+        "<r xmlns:p=\"urn:p\"><p:a x=\"1\" p:y=\"2\"><b/>t<![CDATA[cd]]></p:a><!--c--><?p d?><?q e?>"
+        "<b><b><p:b/></b>u</b></r>");
+    TRefPtr<Xpath::CNodeTest> tests[] = {
+        new Xpath::CAnyNameTest(),
+        new Xpath::CNameTest(u"", u"b"),
+        new Xpath::CNameTest(u"p", u"y"),
+        new Xpath::CNamespaceTest(u"p"),
+        new Xpath::CTextTest(),
+        new Xpath::CCommentTest(),
+        new Xpath::CProcessingInstructionTest(),
+        new Xpath::CProcessingInstructionTest(u"q"),
+    };
+    for (const char* origin : {"/", "/r", "/r/p:a", "/r/p:a/@p:y", "/r/b/b", "/r/b/text()"}) {
+        evaluator.MoveTo(origin);
+        Dom::CNode* node = evaluator.m_pContext->GetNode();
+        for (int kind = 0; kind < Xpath::AxisKindCount; ++kind) {
+            TRefPtr<Xpath::CAxis> axis;
+            Xpath::CAxis::Create(axis, kind);
+            for (const TRefPtr<Xpath::CNodeTest>& test : tests) {
+                TRefPtr<Xpath::CNodeSet> bare;
+                axis->GetNodeSet(bare, node);
+                std::string expected;
+                int32_t bareCount = 0, expectedCount = 0;
+                TRefPtr<Xpath::CNodeIterator> iterator;
+                for (bare->CreateIterator(iterator); iterator->Current(); iterator->Next()) {
+                    ++bareCount;
+                    if (!test->Matches(evaluator.m_pContext, iterator->Current())) continue;
+                    expected += " " + std::to_string(++expectedCount) + Describe(iterator->Current());
+                }
+                TRefPtr<Xpath::CNodeSet> tested(new Xpath::CTestFilterNodeSet(evaluator.m_pContext, bare, test));
+                std::string walked;
+                for (tested->CreateIterator(iterator); iterator->Current(); iterator->Next())
+                    walked += " " + std::to_string(iterator->GetPosition()) + Describe(iterator->Current());
+                std::string where = std::string(origin) + " axis " + std::to_string(kind) + " test " +
+                                    std::to_string(test->GetKind());
+                EXPECT_EQ(walked, expected) << where;
+                EXPECT_EQ(tested->GetLength(), expectedCount) << where;
+                EXPECT_EQ(bare->GetLength(), bareCount) << where;
+            }
+        }
+    }
 }
 
 TEST(NodeTest, TypesAndNames) {
