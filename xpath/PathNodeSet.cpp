@@ -80,6 +80,19 @@ public:
         bool found = level >= 0 && Descend(level + 1);
         MoveTo(found ? m_levels.GetIterator(m_levels.GetCount() - 1)->Current() : nullptr);
     }
+    // The nodes from here to the end: the streaming shape gives no node twice, so the sets of
+    // the last element under each node of the level before it count apart.
+    int32_t CountRemaining() {
+        int last = m_levels.GetCount() - 1;
+        int32_t count = 0;
+        for (bool found = Current() != nullptr; found;) {
+            count += m_levels.GetIterator(last)->GetNodeSet()->GetLength();
+            int level = Backtrack(last - 1);
+            found = level >= 0 && Descend(level + 1);
+        }
+        MoveTo(nullptr);
+        return count;
+    }
 
 private:
     // Advances the iterators from `level` upwards until one has a node; -1 when all are done.
@@ -124,6 +137,14 @@ private:
 
 CStreamingPathNodeSet::CStreamingPathNodeSet(CContext* context) : m_pContext(context) {}
 CStreamingPathNodeSet::~CStreamingPathNodeSet() = default;
+
+int32_t CStreamingPathNodeSet::GetLength() {
+    if (m_nLength < 0) {
+        TRefPtr<CStreamingPathIterator> iterator(new CStreamingPathIterator(this));
+        m_nLength = iterator->CountRemaining();
+    }
+    return m_nLength;
+}
 
 void CStreamingPathNodeSet::CreateIterator(TRefPtr<CNodeIterator>& iterator) {
     iterator = new CStreamingPathIterator(this);

@@ -13,6 +13,8 @@ public:
     explicit CStreamingPathNodeSet(CContext* context);
     ~CStreamingPathNodeSet() override;
     void AddElement(CExpression* element) { m_aElements.Add(element); }
+    // The sizes of the last element's sets added up, each counted as that set can.
+    int32_t GetLength() override;
     void CreateIterator(TRefPtr<CNodeIterator>& iterator) override;
 
     CContext* GetContext() const { return m_pContext; }

@@ -179,6 +179,27 @@ TEST(Evaluation, DoubleSlashKeepsPositionsPerParent) {
     for (auto& row : rows) EXPECT_EQ(evaluator.String(row[0]), row[1]) << row[0];
 }
 
+// count() of a streaming path adds up the sets of its last step, each counted without
+// iterating; levels that turn out empty contribute nothing.
+TEST(Evaluation, CountsOfStreamingPathsMatchTheirNodes) {
+    CEvaluator evaluator("<r><a><a1/><a2>t</a2></a><b x=\"1\"><b1/><!--c-->u<b2 y=\"2\"/></b><c/><d>v</d></r>");
+    const char* rows[] = {
+        "//*", "//node()", "/descendant-or-self::node()", "//text()", "/r/*/*", "/r/*/node()", "/r/*/*/node()",
+        "/r/*/*/*", "/r/*/@*", "/r/*/*/@*", "/r/*[2]/node()", "/r/*/self::b/*", "/r/*/text()", "/r/c/*",
+        "/r/*/descendant::*", "/r/*/descendant-or-self::node()", "/r/*/*[1]", "/r/*/namespace::*",
+    };
+    for (const char* path : rows) {
+        TRefPtr<Xpath::CValue> value = evaluator.Evaluate(path);
+        int32_t walked = 0;
+        TRefPtr<Xpath::CNodeIterator> iterator;
+        for (value->GetNodeSet()->CreateIterator(iterator); iterator->Current(); iterator->Next()) ++walked;
+        EXPECT_EQ(evaluator.String(std::string("count(") + path + ")"), std::to_string(walked)) << path;
+    }
+    EXPECT_EQ(evaluator.String("count(//*)"), "9");
+    evaluator.MoveTo("/r/b");
+    EXPECT_EQ(evaluator.String("count(*/@*) + count(descendant::node())"), "5");
+}
+
 TEST(Evaluation, PredicatePositionsFollowTheInnerIteration) {
     CEvaluator evaluator("<r><a n=\"1\"/><a n=\"2\"/><a n=\"3\"/><a n=\"4\"/></r>");
     evaluator.MoveTo("/r/a[4]");
