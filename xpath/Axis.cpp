@@ -41,6 +41,9 @@ Dom::CNode* SubtreeSuccessor(const Dom::CNode* node, const Dom::CNode* top) {
     }
 }
 
+// The next sibling of a node that a child or sibling walk stands on, which is of a sibling kind.
+Dom::CNode* NextSibling(const Dom::CNode* node) { return static_cast<const Dom::CChildNode*>(node)->m_pNext; }
+
 // `TWalk` gives First(origin) and After(current, origin, position), position being that of
 // the current node.
 template <class TWalk>
@@ -135,7 +138,7 @@ private:
 
 struct SChildWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin->GetFirstChild(); }
-    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return current->GetNextSibling(); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return NextSibling(current); }
 };
 struct SDescendantWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin->GetFirstChild(); }
@@ -153,7 +156,7 @@ struct SAncestorWalk {
 };
 struct SFollowingSiblingWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin->GetNextSibling(); }
-    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return current->GetNextSibling(); }
+    static Dom::CNode* After(Dom::CNode* current, Dom::CNode*, int32_t) { return NextSibling(current); }
 };
 struct SPrecedingSiblingWalk {
     static Dom::CNode* First(Dom::CNode* origin) { return origin->GetPreviousSibling(); }
