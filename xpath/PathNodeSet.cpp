@@ -35,7 +35,7 @@ public:
     // context for level 0); the iterator then stands on its first node.
     void Open(int level) {
         SLevel& state = m_aLevels[level];
-        CContext* context = level == 0 ? m_pContext.Get() : m_aLevels[level - 1].m_pDerived.Get();
+        CContext* context = ContextOf(level);
         if (!Reopen(state, context)) {
             TRefPtr<CNodeSet> nodeSet;
             m_aElements[level]->GetNodeSet(nodeSet, context);
@@ -45,13 +45,44 @@ public:
         }
     }
 
+    // The set of element `level` under the current node of the level before it, with no
+    // iterator on it, so that nothing in it is evaluated before the caller asks.
+    CNodeSet* OpenSet(int level) {
+        SLevel& state = m_aLevels[level];
+        CContext* context = ContextOf(level);
+        Dom::CNode* node = context->GetNode();
+        bool reused = state.m_pSet && state.m_pOpenedUnder.Get() == context && node &&
+                      state.m_pSet->GetRefCount() == 1 && state.m_pSet->Retarget(node);
+        if (!reused) {
+            m_aElements[level]->GetNodeSet(state.m_pSet, context);
+            state.m_pOpenedUnder = context;
+        }
+        return state.m_pSet;
+    }
+
+    // Moves the iterators on from `level` upwards until one has a node, and returns its
+    // level; -1 when all are done.
+    int Advance(int level) {
+        for (; level >= 0; --level) {
+            CNodeIterator* iterator = GetIterator(level);
+            iterator->Next();
+            if (iterator->Current()) break;
+        }
+        return level;
+    }
+
 private:
     struct SLevel {
         TRefPtr<CNodeIterator> m_pIterator;
-        // The context the iterator's sets were made under, and the one derived from it.
+        TRefPtr<CNodeSet> m_pSet;  // of a level opened by OpenSet
+        // The context the level's sets were made under, and the one derived from its iterator.
         TRefPtr<CContext> m_pOpenedUnder;
         TRefPtr<CContext> m_pDerived;
     };
+
+    CContext* ContextOf(int level) const {
+        return level == 0 ? m_pContext.Get() : m_aLevels[level - 1].m_pDerived.Get();
+    }
 
     // Moves the level's chain to the new context node when it was made under the same
     // (live) context and nobody else holds its node-set.
@@ -76,34 +107,12 @@ public:
     }
     void Next() override {
         if (!Current()) return;
-        int level = Backtrack(m_levels.GetCount() - 1);
+        int level = m_levels.Advance(m_levels.GetCount() - 1);
         bool found = level >= 0 && Descend(level + 1);
         MoveTo(found ? m_levels.GetIterator(m_levels.GetCount() - 1)->Current() : nullptr);
     }
-    // The nodes from here to the end: the streaming shape gives no node twice, so the sets of
-    // the last element under each node of the level before it count apart.
-    int32_t CountRemaining() {
-        int last = m_levels.GetCount() - 1;
-        int32_t count = 0;
-        for (bool found = Current() != nullptr; found;) {
-            count += m_levels.GetIterator(last)->GetNodeSet()->GetLength();
-            int level = Backtrack(last - 1);
-            found = level >= 0 && Descend(level + 1);
-        }
-        MoveTo(nullptr);
-        return count;
-    }
 
 private:
-    // Advances the iterators from `level` upwards until one has a node; -1 when all are done.
-    int Backtrack(int level) {
-        for (; level >= 0; --level) {
-            CNodeIterator* iterator = m_levels.GetIterator(level);
-            iterator->Next();
-            if (iterator->Current()) break;
-        }
-        return level;
-    }
     // Opens the levels from `level` down to the last, backtracking over empty ones.
     bool Descend(int level) {
         int count = m_levels.GetCount();
@@ -113,7 +122,7 @@ private:
                 ++level;
                 continue;
             }
-            level = Backtrack(level - 1);
+            level = m_levels.Advance(level - 1);
             if (level < 0) return false;
             ++level;
         }
@@ -138,11 +147,30 @@ private:
 CStreamingPathNodeSet::CStreamingPathNodeSet(CContext* context) : m_pContext(context) {}
 CStreamingPathNodeSet::~CStreamingPathNodeSet() = default;
 
+// Depth first over all levels but the last, as the iterator walks them. The streaming shape
+// gives no node twice, so the last element's sets under different nodes count apart.
 int32_t CStreamingPathNodeSet::GetLength() {
-    if (m_nLength < 0) {
-        TRefPtr<CStreamingPathIterator> iterator(new CStreamingPathIterator(this));
-        m_nLength = iterator->CountRemaining();
+    if (m_nLength >= 0) return m_nLength;
+    CPathLevels levels(m_pContext, m_aElements);
+    int last = levels.GetCount() - 1;
+    int32_t count = 0;
+    for (int level = 0;;) {
+        int advance;  // the level whose iterator moves on next
+        if (level == last) {
+            count += levels.OpenSet(last)->GetLength();
+            advance = last - 1;
+        } else {
+            levels.Open(level);
+            if (levels.GetIterator(level)->Current()) {
+                ++level;
+                continue;
+            }
+            advance = level - 1;
+        }
+        level = levels.Advance(advance) + 1;
+        if (level == 0) break;
     }
+    m_nLength = count;
     return m_nLength;
 }
 

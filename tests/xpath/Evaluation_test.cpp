@@ -200,6 +200,34 @@ TEST(Evaluation, CountsOfStreamingPathsMatchTheirNodes) {
     EXPECT_EQ(evaluator.String("count(*/@*) + count(descendant::node())"), "5");
 }
 
+// Counting must not evaluate a predicate twice for a node: an extension could see it.
+TEST(Evaluation, CountingEvaluatesEachPredicateOnce) {
+    class CCountingVariables : public CTestVariables {
+    public:
+        void GetVariable(TRefPtr<Xpath::CValue>& value, const DomString& uri, const DomString& local) override {
+            ++m_nLookups;
+            CTestVariables::GetVariable(value, uri, local);
+        }
+        int m_nLookups = 0;
+    };
+    CEvaluator evaluator("<r><a><b/><b/></a><a/><a><b/></a></r>");
+    TRefPtr<CCountingVariables> variables(new CCountingVariables());
+    variables->m_aValues[u"|yes"] = new Xpath::CBooleanValue(true);
+    evaluator.m_pVariables = variables.Get();
+    evaluator.SetContextNode(evaluator.m_document);
+    const char* rows[][3] = {
+        {"count(/r/a/b[$yes])", "3", "3"},
+        {"count(/r/a[$yes])", "3", "3"},
+        {"count(//b[$yes])", "3", "3"},
+        {"count(/r/a[$yes]/b[$yes])", "3", "6"},
+    };
+    for (auto& row : rows) {
+        variables->m_nLookups = 0;
+        EXPECT_EQ(evaluator.String(row[0]), row[1]) << row[0];
+        EXPECT_EQ(std::to_string(variables->m_nLookups), row[2]) << row[0];
+    }
+}
+
 TEST(Evaluation, PredicatePositionsFollowTheInnerIteration) {
     CEvaluator evaluator("<r><a n=\"1\"/><a n=\"2\"/><a n=\"3\"/><a n=\"4\"/></r>");
     evaluator.MoveTo("/r/a[4]");
