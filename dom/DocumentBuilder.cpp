@@ -44,7 +44,7 @@ unsigned int QuickSlot(const DomChar* text, size_t length) {
 }
 
 // Compares four units at a time while four remain, then one at a time.
-bool SameUnits(const DomChar* a, const DomChar* b, size_t length) {
+[[gnu::always_inline]] inline bool SameUnits(const DomChar* a, const DomChar* b, size_t length) {
     size_t i = 0;
     for (; i + 4 <= length; i += 4) {
         uint64_t left;
@@ -170,7 +170,7 @@ void CDocumentBuilder::CompleteStartTag() {
     } else if (m_bPrefixMissing) {
         throw new CDomException(CDomException::NOT_FOUND_ERR);
     }
-    if (m_pRules) {
+    if (m_bMayStrip) {
         m_bPreserveEffective = m_bPreserve;
         if (!m_bPreserveEffective) {
             const CName* name = m_pElement->m_pName;
@@ -272,7 +272,7 @@ void CDocumentBuilder::StartElement(DomStringView name) {
     element->m_pScope = m_pScope;
     m_pParent = m_pElement = element;
     m_pFirst = m_pLast = nullptr;
-    if (m_pRules) m_aPreserveStack.Add(static_cast<unsigned char>((m_bPreserve ? 2 : 0) | (m_bPreserveEffective ? 1 : 0)));
+    if (m_bMayStrip) m_aPreserveStack.Add(static_cast<unsigned char>((m_bPreserve ? 2 : 0) | (m_bPreserveEffective ? 1 : 0)));
     m_bInStartTag = true;
     Notify(element, element->m_nOrder);
 }
@@ -288,7 +288,7 @@ void CDocumentBuilder::EndElement() {
     m_pFirst = parentFirst;
     m_pLast = element;
     m_pScope = m_pParent->GetNodeType() == ELEMENT_NODE ? static_cast<CElement*>(m_pParent)->m_pScope : m_pRootScope;
-    if (m_pRules && !m_aPreserveStack.IsEmpty()) {
+    if (m_bMayStrip && !m_aPreserveStack.IsEmpty()) {
         unsigned char flags = m_aPreserveStack.Last();
         m_aPreserveStack.RemoveLast();
         m_bPreserve = (flags & 2) != 0;

@@ -80,11 +80,11 @@ private:
     }
     [[gnu::noinline]] void MoveText(int count);
     const DomChar* TerminateText();
-    const DomChar* ShareOrTerminateText();
+    [[gnu::always_inline]] inline const DomChar* ShareOrTerminateText();
     const DomChar* CopyText(DomStringView text);
     bool IsWhitespaceOnly() const;
     void CloseText();
-    CCharacterData* AllocateCharacterData(const DomChar*& data);
+    [[gnu::always_inline]] inline CCharacterData* AllocateCharacterData(const DomChar*& data);
     [[gnu::noinline]] CCharacterData* AllocateWithCopy(const DomChar*& data);
     void MoveComment(const DomChar*& data);
     void Notify(CNode* node, uint32_t order);
@@ -141,7 +141,7 @@ private:
     };
     enum { RESOLVED_NAME_SLOTS = 64 };
     SResolvedName m_aResolvedNames[2][RESOLVED_NAME_SLOTS][2];
-    // Two bits per open element (preserve, effective), kept only when rules are set.
+    // Two bits per open element (preserve, effective), kept only when the rules may strip.
     TArray<unsigned char> m_aPreserveStack;
 };
 

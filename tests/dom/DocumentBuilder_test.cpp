@@ -365,6 +365,30 @@ TEST(DocumentBuilder, ManySmallNodesCrossChunkBoundaries) {
     EXPECT_EQ(i, 20000);
 }
 
+// The builder's caches of recent names and short texts pick a slot from a value's length and a
+// few of its units; values alike in those, or one the start of another, must stay apart.
+TEST(DocumentBuilder, NamesAndTextsAlikeInTheirEdgesStayDistinct) {
+    const char* names[] = {"axcd", "axcdg", "aycd", "azcd"};
+    const char* values[] = {"1001", "1101", "", "aaabaaaaaaaaaaaa", "aaacaaaaaaaaaaaa", "ab", "absax"};
+    const int valueCount = sizeof(values) / sizeof(values[0]);
+    CEventFeeder feeder;
+    feeder.Start("r");
+    for (int i = 0; i < 40; ++i) {
+        feeder.Start(names[i % 4]).Attribute(names[(i + 1) % 4], values[i % valueCount]);
+        feeder.Text(values[(i + 3) % valueCount]).End();
+    }
+    feeder.End();
+    CNode* child = feeder.Finish()->GetDocumentElement()->GetFirstChild();
+    for (int i = 0; i < 40; ++i, child = child->GetNextSibling()) {
+        ASSERT_EQ(child->GetNodeName(), U(names[i % 4])) << i;
+        CNode* attribute = static_cast<CElement*>(child)->GetAttributeAt(0);
+        ASSERT_EQ(attribute->GetNodeName(), U(names[(i + 1) % 4])) << i;
+        ASSERT_EQ(attribute->GetNodeValue(), U(values[i % valueCount])) << i;
+        const char* text = values[(i + 3) % valueCount];
+        ASSERT_EQ(child->GetFirstChild() ? child->GetFirstChild()->GetNodeValue() : DomString(), U(text)) << i;
+    }
+}
+
 // A large document takes its chunks from the arena after the first megabytes: chunks that grow
 // there (many attributes, long texts) and chunks too large for it must keep their content.
 TEST(DocumentBuilder, LargeDocumentKeepsContentWhereChunksGrowOrMove) {
