@@ -43,20 +43,24 @@ unsigned int QuickSlot(const DomChar* text, size_t length) {
     return static_cast<unsigned int>(length * 61 + text[0] * 7 + text[length / 2] * 3 + text[length - 1]);
 }
 
-// Compares four units at a time while four remain, then one at a time.
+uint64_t FourUnits(const DomChar* text) {
+    uint64_t units;
+    std::memcpy(&units, text, sizeof(units));
+    return units;
+}
+
+// Compares four units at a time; the last four, which may overlap those before, close it.
 [[gnu::always_inline]] inline bool SameUnits(const DomChar* a, const DomChar* b, size_t length) {
-    size_t i = 0;
-    for (; i + 4 <= length; i += 4) {
-        uint64_t left;
-        uint64_t right;
-        std::memcpy(&left, a + i, sizeof(left));
-        std::memcpy(&right, b + i, sizeof(right));
-        if (left != right) return false;
+    if (length < 4) {
+        for (size_t i = 0; i < length; ++i) {
+            if (a[i] != b[i]) return false;
+        }
+        return true;
     }
-    for (; i < length; ++i) {
-        if (a[i] != b[i]) return false;
+    for (size_t i = 0; i + 4 < length; i += 4) {
+        if (FourUnits(a + i) != FourUnits(b + i)) return false;
     }
-    return true;
+    return FourUnits(a + length - 4) == FourUnits(b + length - 4);
 }
 
 bool SameText(DomStringView a, DomStringView b) {
