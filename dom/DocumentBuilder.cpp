@@ -164,7 +164,15 @@ void CDocumentBuilder::FinishPrevious() {
     if (m_bTextPending) CloseText();
 }
 
+// Most start tags need nothing but the mark that they are complete.
 void CDocumentBuilder::CompleteStartTag() {
+    if (m_bElementMoved | m_bScopeOwned | m_bPrefixMissing | m_bMayStrip) CompleteUnusualStartTag();
+    m_bInStartTag = false;
+}
+
+// Repairs attribute owners after a move, resolves names again or fails on an unbound prefix,
+// and sets the whitespace mode.
+void CDocumentBuilder::CompleteUnusualStartTag() {
     if (m_bElementMoved) {
         CAttr* attributes = m_pElement->GetAttributeArray();
         for (int i = 0; i < m_pElement->m_nAttributeCount; ++i) attributes[i].m_pOwner = m_pElement;
@@ -181,7 +189,6 @@ void CDocumentBuilder::CompleteStartTag() {
             m_bPreserveEffective = m_pRules->ShouldPreserve(name->m_sNamespaceUri, name->m_sLocalName);
         }
     }
-    m_bInStartTag = false;
 }
 
 // The element declared namespaces, so its bindings are its own and every name of the start

@@ -63,7 +63,8 @@ private:
     CDocumentBuilder(CNode* target, CStripSpaceRules* rules, IBuildListener* listener);
 
     void FinishPrevious();
-    void CompleteStartTag();
+    [[gnu::always_inline]] inline void CompleteStartTag();
+    [[gnu::noinline]] void CompleteUnusualStartTag();
     void ResolveAgain();
     const CName* ResolveName(DomStringView qualifiedName, bool isElement, bool raise);
     const CName* LookUpName(DomStringView qualifiedName, bool isElement, bool raise);
