@@ -7,17 +7,21 @@
 
 namespace Sxp {
 
+// A line and column as the parser counts them.
+struct SPosition {
+    int nLine;
+    int nColumn;
+};
+
 class ILocator : public CRefObject {
 public:
     virtual DomString GetPublicId() const = 0;
     virtual DomString GetSystemId() const = 0;
     virtual int GetColumn() const = 0;
     virtual int GetLine() const = 0;
-    // Line and column in one call, for a handler that asks at every node.
-    virtual void GetPosition(int& line, int& column) const {
-        line = GetLine();
-        column = GetColumn();
-    }
+    // For a handler that reads the position at every node without a call: the address of the
+    // parser's pointer to the current line and column, valid as long as the locator.
+    virtual const SPosition* const* GetPositionSlot() const = 0;
 };
 
 // Attributes follow StartElement and come before anything else of the element, each as

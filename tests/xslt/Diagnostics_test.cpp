@@ -18,12 +18,13 @@ class CFakeParserLocator : public Sxp::ILocator {
 public:
     DomString GetPublicId() const override { return u""; }
     DomString GetSystemId() const override { return m_sSystemId; }
-    int GetColumn() const override { return m_nColumn; }
-    int GetLine() const override { return m_nLine; }
+    int GetColumn() const override { return m_position.nColumn; }
+    int GetLine() const override { return m_position.nLine; }
+    const Sxp::SPosition* const* GetPositionSlot() const override { return &m_pPosition; }
 
     DomString m_sSystemId = u"file:///style.xsl";
-    int m_nLine = 1;
-    int m_nColumn = 1;
+    Sxp::SPosition m_position{1, 1};
+    const Sxp::SPosition* m_pPosition = &m_position;
 };
 
 // Takes 16-bit units, as the console stream does.
@@ -52,9 +53,9 @@ public:
         Dom::CDocumentBuilder::Create(document, nullptr, listener, builder);
         builder->SetLocator(parser);
         builder->StartDocument();
-        if (parser) parser->m_nLine = 2;
+        if (parser) parser->m_position.nLine = 2;
         builder->StartElement(u"a");
-        if (parser) parser->m_nLine = 3;
+        if (parser) parser->m_position.nLine = 3;
         builder->StartElement(u"b");
         builder->EndElement();
         builder->EndElement();
@@ -92,6 +93,43 @@ TEST_F(DiagnosticsTest, LocatorGivesBackLineAndUriOfBuiltNodes) {
     EXPECT_TRUE(m_pLocator->GetNodeLocation(unparsed->GetFirstChild()).IsNull());
     EXPECT_FALSE(m_pLocator->GetLocation(Xslt::SLocation(), uri, publicId, line, column));
 }
+TEST_F(DiagnosticsTest, LocatorFindsBuiltNodesOnLongLines) {
+    // Many nodes per line, columns on both sides of one packed unit, a line going back.
+    const int columns[] = {3, 127, 128, 32767, 32768, 70000, 9, 2000000};
+    const int lines[] = {2, 2, 2, 2, 2, 2, 2, 5, 5, 1};
+    TRefPtr<CFakeParserLocator> parser(new CFakeParserLocator);
+    Dom::TNodeRef document;
+    m_pFactory->CreateDocument(document);
+    TRefPtr<Dom::CDocumentBuilder> builder;
+    Dom::CDocumentBuilder::Create(document, nullptr, m_pLocator, builder);
+    builder->SetLocator(parser);
+    builder->StartDocument();
+    builder->StartElement(u"r");
+    int count = 0;
+    for (int line : lines) {
+        for (int column : columns) {
+            parser->m_position = Sxp::SPosition{line, column + count++};
+            builder->StartElement(u"e");
+            builder->EndElement();
+        }
+    }
+    builder->EndElement();
+    builder->EndDocument();
+    builder->SetLocator(nullptr);
+
+    DomString uri;
+    DomString publicId;
+    int index = 0;
+    for (Dom::CNode* e = document->GetFirstChild()->GetFirstChild(); e; e = e->GetNextSibling(), ++index) {
+        int line = 0;
+        int column = 0;
+        ASSERT_TRUE(m_pLocator->GetLocation(m_pLocator->GetNodeLocation(e), uri, publicId, line, column)) << index;
+        EXPECT_EQ(line, lines[index / 8]) << index;
+        EXPECT_EQ(column, columns[index % 8] + index) << index;
+    }
+    EXPECT_EQ(index, count);
+}
+
 
 TEST_F(DiagnosticsTest, LocatorTakesBackWhatWasAdded) {
     int key = 0;

@@ -21,8 +21,7 @@ void CCharStream::Close() {
     m_pText = nullptr;
     m_nTextLength = m_nTextPos = 0;
     m_nEnd = m_nPos = BackRoom;
-    m_nLine = 1;
-    m_nColumn = 0;
+    m_position = Sxp::SPosition{1, 0};
 }
 
 bool CCharStream::Refill() {

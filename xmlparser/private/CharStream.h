@@ -3,6 +3,7 @@
 #pragma once
 #include "core/DomString.h"
 #include "core/RefObject.h"
+#include "xmlparser/ContentHandler.h"
 
 namespace XmlParserPrivate {
 
@@ -27,10 +28,10 @@ public:
         if (m_nPos == m_nEnd && !Refill()) return 0;
         DomChar unit = m_aBuffer[m_nPos++];
         if (unit == u'\n') {
-            ++m_nLine;
-            m_nColumn = 0;
+            ++m_position.nLine;
+            m_position.nColumn = 0;
         } else if (unit != 0) {
-            ++m_nColumn;
+            ++m_position.nColumn;
         }
         return unit;
     }
@@ -39,9 +40,9 @@ public:
         if (m_nPos == 0) return;  // more than the front room holds; the scanner never does this
         m_aBuffer[--m_nPos] = unit;
         if (unit == u'\n') {
-            --m_nLine;
+            --m_position.nLine;
         } else if (unit != 0) {
-            --m_nColumn;
+            --m_position.nColumn;
         }
     }
 
@@ -51,23 +52,24 @@ public:
     // Moves over `count` buffered units that hold neither a line feed nor a 0.
     void Advance(int count) {
         m_nPos += count;
-        m_nColumn += count;
+        m_position.nColumn += count;
     }
     // Moves over `count` buffered units without a 0 that hold `lines` line feeds, the last of
     // them just before `lineStart`.
     void AdvanceOverLines(int count, int lines, const DomChar* lineStart) {
         m_nPos += count;
         if (lines == 0) {
-            m_nColumn += count;
+            m_position.nColumn += count;
             return;
         }
-        m_nLine += lines;
-        m_nColumn = static_cast<int>(m_aBuffer + m_nPos - lineStart);
+        m_position.nLine += lines;
+        m_position.nColumn = static_cast<int>(m_aBuffer + m_nPos - lineStart);
     }
     bool HasBuffered() const { return m_nPos < m_nEnd; }
 
-    int GetLine() const { return m_nLine; }
-    int GetColumn() const { return m_nColumn; }
+    int GetLine() const { return m_position.nLine; }
+    int GetColumn() const { return m_position.nColumn; }
+    const Sxp::SPosition* GetPositionRecord() const { return &m_position; }
 
 private:
     bool Refill();
@@ -79,8 +81,7 @@ private:
     DomChar m_aBuffer[BackRoom + DataRoom];
     int m_nEnd = BackRoom;
     int m_nPos = BackRoom;
-    int m_nLine = 1;
-    int m_nColumn = 0;
+    Sxp::SPosition m_position{1, 0};
 };
 
 }  // namespace XmlParserPrivate

@@ -106,7 +106,7 @@ public:
     const DomString& GetSystemId() const { return m_sSystemId; }
     int GetLine() const { return m_pStack->GetLine(); }
     int GetColumn() const { return m_pStack->GetColumn(); }
-    void GetPosition(int& line, int& column) const { m_pStack->GetPosition(line, column); }
+    const Sxp::SPosition* const* GetPositionSlot() const { return m_pStack->GetPositionSlot(); }
 
 private:
     [[noreturn]] void Raise(int code) override { Fail(code); }
@@ -177,7 +177,7 @@ public:
     DomString GetSystemId() const override { return m_pScanner->GetSystemId(); }
     int GetColumn() const override { return m_pScanner->GetColumn(); }
     int GetLine() const override { return m_pScanner->GetLine(); }
-    void GetPosition(int& line, int& column) const override { m_pScanner->GetPosition(line, column); }
+    const Sxp::SPosition* const* GetPositionSlot() const override { return m_pScanner->GetPositionSlot(); }
 
 private:
     TRefPtr<CScanner> m_pScanner;

@@ -12,7 +12,7 @@ DomChar CStreamStack::NextCharSlow() {
         if (m_nDepth == 1) break;
         m_pTop->Close();
         --m_nDepth;
-        m_pTop = m_aStreams[m_nDepth - 1].get();
+        SetTop(m_aStreams[m_nDepth - 1].get());
     }
     if (!m_bEofAllowed) m_pFailure->Raise(Sxp::CParseException::UnexpectedEndOfDocument);
     return 0;
@@ -20,7 +20,7 @@ DomChar CStreamStack::NextCharSlow() {
 
 CCharStream* CStreamStack::PushLevel() {
     if (m_nDepth == static_cast<int>(m_aStreams.size())) m_aStreams.push_back(std::make_unique<CCharStream>());
-    m_pTop = m_aStreams[m_nDepth++].get();
+    SetTop(m_aStreams[m_nDepth++].get());
     return m_pTop;
 }
 
@@ -31,7 +31,7 @@ void CStreamStack::Push(const DomChar* text, int length) { PushLevel()->OpenText
 void CStreamStack::Clear() {
     for (int i = 0; i < m_nDepth; ++i) m_aStreams[i]->Close();
     m_nDepth = 0;
-    m_pTop = nullptr;
+    SetTop(nullptr);
 }
 
 }  // namespace XmlParserPrivate

@@ -49,20 +49,25 @@ public:
     void SetEofAllowed(bool allowed) { m_bEofAllowed = allowed; }
     int GetLine() const { return m_pTop ? m_pTop->GetLine() : 0; }
     int GetColumn() const { return m_pTop ? m_pTop->GetColumn() : 0; }
-    void GetPosition(int& line, int& column) const {
-        line = GetLine();
-        column = GetColumn();
-    }
+    // The slot stays put while levels come and go; without a level it points at 0:0.
+    const Sxp::SPosition* const* GetPositionSlot() const { return &m_pTopPosition; }
 
 private:
     DomChar NextCharSlow();
     CCharStream* PushLevel();
+    void SetTop(CCharStream* top) {
+        m_pTop = top;
+        m_pTopPosition = top ? top->GetPositionRecord() : &NoPosition;
+    }
+
+    static constexpr Sxp::SPosition NoPosition{0, 0};
 
     IFailure* m_pFailure;
     // Levels are kept after a pop, so that expanding entities allocates nothing.
     std::vector<std::unique_ptr<CCharStream>> m_aStreams;
     int m_nDepth = 0;
     CCharStream* m_pTop = nullptr;
+    const Sxp::SPosition* m_pTopPosition = &NoPosition;
     bool m_bEofAllowed = false;
 };
 

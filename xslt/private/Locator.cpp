@@ -2,7 +2,7 @@
 // so a lookup is a binary search over the lines and a short walk within one.
 #include "xslt/private/Locator.h"
 
-#include <cstring>
+#include <new>
 
 #include "dom/Document.h"
 #include "dom/Node.h"
@@ -17,6 +17,26 @@ const void* DocumentKey(const Dom::CNode* node) {
     return static_cast<const Dom::CNode*>(node->GetOwnerDocument());
 }
 
+// Writes the column in 15-bit groups, lowest first, and returns the unit behind it.
+uint16_t* PutColumn(uint16_t* at, uint32_t column) {
+    while (column >= 0x8000) {
+        *at++ = static_cast<uint16_t>(column | 0x8000);
+        column >>= 15;
+    }
+    *at++ = static_cast<uint16_t>(column);
+    return at;
+}
+
+template <class TUnits>
+uint32_t TakeColumn(const TUnits& stream, int& at) {
+    uint32_t column = 0;
+    for (int shift = 0;; shift += 15) {
+        uint16_t unit = stream[at++];
+        column |= static_cast<uint32_t>(unit & 0x7FFF) << shift;
+        if (!(unit & 0x8000)) return column;
+    }
+}
+
 }  // namespace
 
 CLocator::~CLocator() {
@@ -27,24 +47,27 @@ void CLocator::SetLocator(Sxp::ILocator* locator) {
     m_pPendingLocator = locator;
     m_pFastKey = nullptr;
     if (locator) return;
-    m_pActiveLocator = nullptr;
+    m_pPositionSlot = nullptr;
     m_pActiveDocument = nullptr;
 }
 
-// The common node: of the document being read, on the line of the node before it, 1 to 127
-// orders after it, at a column below 16384. Its bytes go to the stream without a call.
+// The common node: of the document being read, on the line of the node before it, one order
+// after it, at a column below 32768. Its unit goes to the stream without a call, so that the
+// function needs no frame.
 void CLocator::NodeCreated(Dom::CNode* node, uint32_t order) {
     bool isDocument = node->GetNodeType() == Dom::DOCUMENT_NODE;
     if (isDocument || DocumentKey(node) != m_pFastKey) return NodeCreatedSlow(node, order, isDocument);
-    int line;
-    int column;
-    m_pActiveLocator->GetPosition(line, column);
+    const Sxp::SPosition* position = *m_pPositionSlot;
+    int line = position->nLine;
+    int column = position->nColumn;
     SDocument& document = *m_pActiveDocument;
-    uint32_t step = order - document.nLastOrder;
-    if (line != document.nRunLine || step - 1 >= 0x7F || static_cast<uint32_t>(column) >= 0x4000 ||
-        !document.aSteps.TryPutShort(step, static_cast<uint32_t>(column))) {
+    if (line != document.nRunLine || order != document.nLastOrder + 1 || static_cast<uint32_t>(column) >= 0x8000 ||
+        document.aColumns.IsFull()) {
         return AddRecord(document, order, line, column);
     }
+    uint16_t* at = document.aColumns.End();
+    *at = static_cast<uint16_t>(column);
+    document.aColumns.Commit(at + 1);
     document.nLastOrder = order;
 }
 
@@ -52,23 +75,24 @@ void CLocator::NodeCreatedSlow(Dom::CNode* node, uint32_t order, bool isDocument
     const void* key = DocumentKey(node);
     if (isDocument) BeginDocument(key);
     if (!m_pActiveDocument || m_pActiveDocument->pKey != key) return;
-    int line = 0;
-    int column = 0;
-    m_pActiveLocator->GetPosition(line, column);
-    AddRecord(*m_pActiveDocument, order, line, column);
+    const Sxp::SPosition* position = *m_pPositionSlot;
+    AddRecord(*m_pActiveDocument, order, position->nLine, position->nColumn);
 }
 
 // The document node takes over the parser's locator. The URI is taken once per document: the
 // parser reads no external entities, so it does not change within one.
 void CLocator::BeginDocument(const void* key) {
-    m_pActiveLocator = m_pPendingLocator;
+    Sxp::ILocator* locator = m_pPendingLocator;
     m_pPendingLocator = nullptr;
-    if (!m_pActiveLocator) {
+    m_pFastKey = nullptr;
+    if (!locator) {
+        m_pPositionSlot = nullptr;
         Remove(key);  // an older document at this address has nothing to say about this one
         m_pActiveDocument = nullptr;
         return;
     }
-    m_pActiveDocument = StartDocument(key, m_pActiveLocator->GetSystemId(), m_pActiveLocator->GetPublicId());
+    m_pPositionSlot = locator->GetPositionSlot();
+    m_pActiveDocument = StartDocument(key, locator->GetSystemId(), locator->GetPublicId());
     m_pFastKey = key;
 }
 
@@ -134,48 +158,29 @@ CLocator::SDocument* CLocator::StartDocument(const void* key, DomStringView uri,
     return document;
 }
 
-namespace {
-
-// Writes the number in seven-bit groups, lowest first, and returns the byte behind it.
-uint8_t* PutNumber(uint8_t* at, uint32_t number) {
-    while (number >= 0x80) {
-        *at++ = static_cast<uint8_t>(number | 0x80);
-        number >>= 7;
-    }
-    *at++ = static_cast<uint8_t>(number);
-    return at;
-}
-
-template <class TBytes>
-uint32_t TakeNumber(const TBytes& stream, int& at) {
-    uint32_t number = 0;
-    for (int shift = 0;; shift += 7) {
-        uint8_t byte = stream[at++];
-        number |= static_cast<uint32_t>(byte & 0x7F) << shift;
-        if (!(byte & 0x80)) return number;
-    }
-}
-
-}  // namespace
 
 // Places come in ascending order from a builder; one out of order goes to the sorted table.
+// A node that does not follow the one before on its line opens a run.
 void CLocator::AddRecord(SDocument& document, uint32_t order, int line, int column) {
-    bool inOrder = document.aRuns.IsEmpty() || order > document.nLastOrder;
+    bool inOrder = document.aRuns.GetSize() == 0 || order > document.nLastOrder;
     if (!inOrder || line < 0 || column < 0) return InsertRecord(document, SRecord{order, line, column});
-    uint32_t step = order - document.nLastOrder;
-    if (line != document.nRunLine) step = StartRun(document, order, line);
-    uint8_t* at = document.aSteps.Room(10);
-    document.aSteps.Commit(PutNumber(PutNumber(at, step), static_cast<uint32_t>(column)));
+    bool opensRun = line != document.nRunLine || order != document.nLastOrder + 1;
+    if (!document.aColumns.HasRoom(3) || (opensRun && document.aRuns.IsFull()))
+        return GrowAndAdd(document, order, line, column);
+    if (opensRun) {
+        SLineRun* run = document.aRuns.End();
+        *run = SLineRun{order, line, static_cast<uint32_t>(document.aColumns.GetSize())};
+        document.aRuns.Commit(run + 1);
+        document.nRunLine = line;
+    }
+    document.aColumns.Commit(PutColumn(document.aColumns.End(), static_cast<uint32_t>(column)));
     document.nLastOrder = order;
 }
 
-// Opens a run at the node, whose step within it is then 0.
-uint32_t CLocator::StartRun(SDocument& document, uint32_t order, int line) {
-    TArray<SLineRun>& runs = document.aRuns;
-    if (runs.GetSize() == runs.GetCapacity()) runs.Reserve(runs.GetSize() * 2 + 16);
-    runs.Add(SLineRun{order, line, static_cast<uint32_t>(document.aSteps.GetSize())});
-    document.nRunLine = line;
-    return 0;
+void CLocator::GrowAndAdd(SDocument& document, uint32_t order, int line, int column) {
+    if (!document.aColumns.HasRoom(3)) document.aColumns.Grow(3);
+    if (document.aRuns.IsFull()) document.aRuns.Grow(1);
+    AddRecord(document, order, line, column);
 }
 
 void CLocator::InsertRecord(SDocument& document, const SRecord& record) {
@@ -209,7 +214,7 @@ bool CLocator::FindRecord(const SDocument& document, uint32_t order, int& line, 
 
 // The last run that starts at or before the order, then its nodes one by one.
 bool CLocator::FindInRuns(const SDocument& document, uint32_t order, int& line, int& column) {
-    const TArray<SLineRun>& runs = document.aRuns;
+    const TGrowing<SLineRun>& runs = document.aRuns;
     int low = 0;
     int high = runs.GetSize();
     while (low < high) {
@@ -222,32 +227,30 @@ bool CLocator::FindInRuns(const SDocument& document, uint32_t order, int& line, 
     }
     if (low == 0) return false;
     const SLineRun& run = runs[low - 1];
-    int end = low < runs.GetSize() ? static_cast<int>(runs[low].nOffset) : document.aSteps.GetSize();
+    int end = low < runs.GetSize() ? static_cast<int>(runs[low].nOffset) : document.aColumns.GetSize();
     int at = static_cast<int>(run.nOffset);
-    uint32_t current = run.nFirstOrder;
-    while (at < end) {
-        current += TakeNumber(document.aSteps, at);
-        uint32_t nodeColumn = TakeNumber(document.aSteps, at);
-        if (current == order) {
+    for (uint32_t skip = order - run.nFirstOrder; at < end; --skip) {
+        uint32_t nodeColumn = TakeColumn(document.aColumns, at);
+        if (skip == 0) {
             line = run.nLine;
             column = static_cast<int>(nodeColumn);
             return true;
         }
-        if (current > order) return false;
     }
     return false;
 }
 
-// Millions of nodes: the stream doubles rather than growing by the common step.
-void CLocator::CPackedBytes::Grow(int count) {
+// Millions of nodes: the block doubles rather than growing by the common step.
+template <class T>
+void CLocator::TGrowing<T>::Grow(int count) {
     int size = GetSize();
-    int capacity = static_cast<int>(m_pLimit - m_pBytes.get()) * 2 + 64;
+    int capacity = static_cast<int>(m_pLimit - m_pBegin) * 2 + 64;
     if (capacity < size + count) capacity = size + count;
-    std::unique_ptr<uint8_t[]> bytes(new uint8_t[static_cast<size_t>(capacity)]);
-    if (size > 0) std::memcpy(bytes.get(), m_pBytes.get(), static_cast<size_t>(size));
-    m_pBytes = std::move(bytes);
-    m_pEnd = m_pBytes.get() + size;
-    m_pLimit = m_pBytes.get() + capacity;
+    void* block = std::realloc(static_cast<void*>(m_pBegin), sizeof(T) * static_cast<size_t>(capacity));
+    if (!block) throw std::bad_alloc();
+    m_pBegin = static_cast<T*>(block);
+    m_pEnd = m_pBegin + size;
+    m_pLimit = m_pBegin + capacity;
 }
 
 void CLocatorFactory::Create(TRefPtr<CLocator>& locator) { locator = new CLocator; }

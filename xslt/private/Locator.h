@@ -8,7 +8,7 @@
 // GetNodeLocation. Nodes built without a parser (fragments, rebuilt trees) have none.
 #pragma once
 #include <cstdint>
-#include <memory>
+#include <cstdlib>
 
 #include "core/Array.h"
 #include "core/DomString.h"
@@ -50,51 +50,45 @@ private:
         int nLine;
         int nColumn;
     };
-    // Nodes read in a row on one line: the first one's order, the line, and where their order
-    // steps and columns begin in the packed stream.
+    // Nodes read in a row on one line with orders one apart: the first one's order, the line,
+    // and where their columns begin in the packed stream.
     struct SLineRun {
         uint32_t nFirstOrder;
         int nLine;
         uint32_t nOffset;
     };
-    // The packed stream: it doubles as it grows and takes a node's bytes with one test of room.
-    class CPackedBytes {
+    // Items written at the end after one test of room. The block doubles by realloc, so that a
+    // large one is remapped rather than copied.
+    template <class T>
+    class TGrowing {
     public:
-        int GetSize() const { return static_cast<int>(m_pEnd - m_pBytes.get()); }
-        uint8_t operator[](int i) const { return m_pBytes[i]; }
-        // Room for `count` more bytes at the returned address; Commit sets the new end.
-        uint8_t* Room(int count) {
-            if (m_pLimit - m_pEnd < count) Grow(count);
-            return m_pEnd;
-        }
-        void Commit(uint8_t* end) { m_pEnd = end; }
-        // A step below 128 and a column below 16384 in two or three bytes, if there is room
-        // for three without growing.
-        bool TryPutShort(uint32_t step, uint32_t column) {
-            if (m_pLimit - m_pEnd < 3) return false;
-            uint32_t high = column >> 7;
-            m_pEnd[0] = static_cast<uint8_t>(step);
-            m_pEnd[1] = static_cast<uint8_t>(column | static_cast<uint32_t>(high != 0) << 7);
-            m_pEnd[2] = static_cast<uint8_t>(high);
-            m_pEnd += 2 + (high != 0);
-            return true;
-        }
+        TGrowing() = default;
+        TGrowing(const TGrowing&) = delete;
+        TGrowing& operator=(const TGrowing&) = delete;
+        ~TGrowing() { std::free(m_pBegin); }
+        int GetSize() const { return static_cast<int>(m_pEnd - m_pBegin); }
+        const T& operator[](int i) const { return m_pBegin[i]; }
+        bool HasRoom(int count) const { return m_pLimit - m_pEnd >= count; }
+        bool IsFull() const { return m_pEnd == m_pLimit; }
+        // Writing goes to End() and Commit sets the new end.
+        T* End() const { return m_pEnd; }
+        void Commit(T* end) { m_pEnd = end; }
+        [[gnu::noinline]] void Grow(int count);
 
     private:
-        [[gnu::noinline]] void Grow(int count);
-        std::unique_ptr<uint8_t[]> m_pBytes;
-        uint8_t* m_pEnd = nullptr;
-        uint8_t* m_pLimit = nullptr;
+        T* m_pBegin = nullptr;
+        T* m_pEnd = nullptr;
+        T* m_pLimit = nullptr;
     };
     // A source document has millions of nodes, so their places are packed: per line a run, per
-    // node two variable-length numbers (the step from the previous order, the column). Places
-    // given out of building order stand in a small sorted table that takes precedence.
+    // node its column in one 16-bit unit, or more for a column past 32767. Places given out of
+    // building order stand in a small sorted table that takes precedence.
     struct SDocument {
         const void* pKey;
         DomString sUri;
         DomString sPublicId;
-        TArray<SLineRun> aRuns;
-        CPackedBytes aSteps;
+        TGrowing<SLineRun> aRuns;
+        TGrowing<uint16_t> aColumns;
         uint32_t nLastOrder = 0;
         int nRunLine = -1;  // the last run's line; runs hold no negative line
         TArray<SRecord> aRecords;  // ascending by order
@@ -105,8 +99,8 @@ private:
     SDocument* FindDocument(const void* key) const;
     SDocument* StartDocument(const void* key, DomStringView uri, DomStringView publicId);
     [[gnu::noinline]] static void AddRecord(SDocument& document, uint32_t order, int line, int column);
-    static uint32_t StartRun(SDocument& document, uint32_t order, int line);
-    static void InsertRecord(SDocument& document, const SRecord& record);
+    [[gnu::noinline]] static void GrowAndAdd(SDocument& document, uint32_t order, int line, int column);
+    [[gnu::noinline]] static void InsertRecord(SDocument& document, const SRecord& record);
     static bool FindInRuns(const SDocument& document, uint32_t order, int& line, int& column);
     static bool FindRecord(const SDocument& document, uint32_t order, int& line, int& column);
 
@@ -114,7 +108,7 @@ private:
     // parser's scanner and the builder to this locator in a cycle after a failed parse. It is
     // taken over by the document node that follows it and dropped when the parse ends.
     Sxp::ILocator* m_pPendingLocator = nullptr;
-    Sxp::ILocator* m_pActiveLocator = nullptr;
+    const Sxp::SPosition* const* m_pPositionSlot = nullptr;  // the parser's, while it reads
     SDocument* m_pActiveDocument = nullptr;  // the document being read through it
     // Its key while no other parse is pending, so that a node of it needs one test to be
     // recorded; null otherwise.
