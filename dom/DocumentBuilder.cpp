@@ -443,13 +443,13 @@ const DomChar* CDocumentBuilder::TerminateText() {
 const DomChar* CDocumentBuilder::ShareOrTerminateText() {
     size_t length = static_cast<size_t>(m_pTextNext - m_pTextStart);
     if (length > SHARED_TEXT_LIMIT) return TerminateText();
-    const DomChar*& slot = m_aSharedTexts[QuickSlot(m_pTextStart, length) % SHARED_TEXT_SLOTS];
-    if (slot && SameUnits(slot, m_pTextStart, length) && slot[length] == 0) {
+    SSharedText& slot = m_aSharedTexts[QuickSlot(m_pTextStart, length) % SHARED_TEXT_SLOTS];
+    if (slot.pText && slot.nLength == length && SameUnits(slot.pText, m_pTextStart, length)) {
         m_pTextNext = m_pTextStart;
-        return slot;
+        return slot.pText;
     }
-    slot = TerminateText();
-    return slot;
+    slot = {TerminateText(), length};
+    return slot.pText;
 }
 
 const DomChar* CDocumentBuilder::CopyText(DomStringView text) {
@@ -503,8 +503,8 @@ CCharacterData* CDocumentBuilder::AllocateWithCopy(const DomChar*& data) {
         // must follow the text to its copy.
         size_t length = bytes / sizeof(DomChar) - 1;
         if (length <= SHARED_TEXT_LIMIT) {
-            const DomChar*& slot = m_aSharedTexts[QuickSlot(data, length) % SHARED_TEXT_SLOTS];
-            if (slot == data) slot = copy;
+            SSharedText& slot = m_aSharedTexts[QuickSlot(data, length) % SHARED_TEXT_SLOTS];
+            if (slot.pText == data) slot.pText = copy;
         }
         m_pTextNext = m_pTextStart;
     }

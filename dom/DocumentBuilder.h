@@ -132,7 +132,13 @@ private:
     bool m_bPreserveEffective;
     // Short texts already stored, by quick slot: repeated values and indentation are stored once.
     enum { SHARED_TEXT_LIMIT = 16, SHARED_TEXT_SLOTS = 256 };
-    const DomChar* m_aSharedTexts[SHARED_TEXT_SLOTS];
+    // The length is kept beside the text, so that a slot holding a shorter text is never read
+    // beyond its end.
+    struct SSharedText {
+        const DomChar* pText;
+        size_t nLength;
+    };
+    SSharedText m_aSharedTexts[SHARED_TEXT_SLOTS];
     // Names recently resolved, by kind (attribute, element) and quick slot, two to a slot (the
     // newer first), with the scope they were resolved in: a tag name repeats in the same scope far
     // more often than not, and two names often alternate (rows and cells).
