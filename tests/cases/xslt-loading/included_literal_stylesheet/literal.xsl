@@ -1,0 +1,1 @@
+<out xmlns:xsl="http://www.w3.org/1999/XSL/Transform" a="{concat('}', &quot;{&quot;)}" b="a{r/a/@x}c{d" c="}}" d="{r/a/@x}}" e="'{'x'}'"><xsl:frob><xsl:fallback>fell back</xsl:fallback></xsl:frob><ext:thing xmlns:ext="urn:ext" xsl:extension-element-prefixes="ext"/></out>
