@@ -1,0 +1,4 @@
+<xsl:stylesheet version="1.0" xmlns:xsl="http://www.w3.org/1999/XSL/Transform">
+<xsl:output method="xml" encoding="ISO-8859-1"/>
+<xsl:template match="/"><o>&#8364;<xsl:comment>price in &#8364;</xsl:comment></o></xsl:template>
+</xsl:stylesheet>
