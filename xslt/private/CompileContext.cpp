@@ -257,6 +257,15 @@ bool CCompileContext::GetNumber(DomStringView name, bool required, double& value
     return true;
 }
 
+void CCompileContext::RaiseIfNotEmpty() const {
+    for (Dom::CNode* child = GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
+        int type = child->GetNodeType();
+        if (type != Dom::COMMENT_NODE && type != Dom::PROCESSING_INSTRUCTION_NODE) {
+            Raise(Xslt::CXsltException::ContentMustBeEmpty);
+        }
+    }
+}
+
 void CCompileContext::Raise(int code, const DomString& argument1, const DomString& argument2) const {
     auto* exception = new CXsltException(code, m_session.pLocator->GetNodeLocation(m_pNode), m_sQualifiedName.empty()
                                                                                       ? m_pNode->GetNodeName()

@@ -98,6 +98,10 @@ public:
     [[noreturn]] void Raise(int code, const DomString& argument1 = DomString(),
                             const DomString& argument2 = DomString()) const;
 
+    // Code 10 (content must be empty) if this element has children other than comments and
+    // processing instructions.
+    void RaiseIfNotEmpty() const;
+
     // Compiles the children of this node as a sequence.
     void CompileSequence(CContent& content) const;
     // Compiles one child of this node into `content`: text, or an element as an instruction;

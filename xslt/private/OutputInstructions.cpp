@@ -19,15 +19,6 @@ namespace {
 // How deeply attribute sets may use one another; a set that uses itself ends here.
 const int kMaxAttributeSetNesting = 256;
 
-void RaiseIfNotEmpty(const CCompileContext& compile) {
-    for (Dom::CNode* child = compile.GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
-        int type = child->GetNodeType();
-        if (type != Dom::COMMENT_NODE && type != Dom::PROCESSING_INSTRUCTION_NODE) {
-            compile.Raise(CXsltException::ContentMustBeEmpty);
-        }
-    }
-}
-
 void WriteText(CExecutionContext& context, DomStringView text) {
     context.Characters(text.data(), static_cast<int>(text.size()), false);
 }
@@ -158,7 +149,7 @@ void CValueOfInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction
     self->Initialise(compile);
     compile.GetExpression(u"select", true, self->m_pSelect);
     compile.GetYesNo(u"disable-output-escaping", false, self->m_bDisableEscaping);
-    RaiseIfNotEmpty(compile);
+    compile.RaiseIfNotEmpty();
     instruction = self.Get();
 }
 
@@ -472,7 +463,7 @@ void CCopyOfInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>
     TRefPtr<CCopyOfInstruction> self = new CCopyOfInstruction();
     self->Initialise(compile);
     compile.GetExpression(u"select", true, self->m_pSelect);
-    RaiseIfNotEmpty(compile);
+    compile.RaiseIfNotEmpty();
     instruction = self.Get();
 }
 

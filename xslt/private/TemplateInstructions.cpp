@@ -175,15 +175,6 @@ void CompileChildren(CCompileContext& compile, TArray<TRefPtr<CSortInstruction>>
     }
 }
 
-void RaiseIfNotEmpty(CCompileContext& compile) {
-    for (Dom::CNode* child = compile.GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
-        int type = child->GetNodeType();
-        if (type != Dom::COMMENT_NODE && type != Dom::PROCESSING_INSTRUCTION_NODE) {
-            compile.Raise(CXsltException::ContentMustBeEmpty);
-        }
-    }
-}
-
 }  // namespace
 
 void ApplyTemplates(CExecutionContext& context, const SQName* mode, CBoundParameters* parameters) {
@@ -216,7 +207,7 @@ void CSortInstruction::Compile(CCompileContext& compile, TRefPtr<CSortInstructio
     compile.GetAvt(u"data-type", false, instruction->m_pDataType);
     compile.GetAvt(u"order", false, instruction->m_pOrder);
     compile.GetAvt(u"case-order", false, instruction->m_pCaseOrder);
-    RaiseIfNotEmpty(compile);
+    compile.RaiseIfNotEmpty();
 }
 
 void CApplyTemplatesInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
@@ -238,7 +229,7 @@ void CApplyTemplatesInstruction::Execute(CExecutionContext& context) {
 void CApplyImportsInstruction::Compile(CCompileContext& compile, TRefPtr<CInstruction>& instruction) {
     instruction = new CApplyImportsInstruction();
     instruction->Initialise(compile);
-    RaiseIfNotEmpty(compile);
+    compile.RaiseIfNotEmpty();
 }
 
 void CApplyImportsInstruction::Execute(CExecutionContext& context) {

@@ -20,12 +20,7 @@ void CVariableInstruction::Compile(CCompileContext& compile, EKind kind, TRefPtr
     instruction->m_nKind = kind;
     compile.GetQName(u"name", true, instruction->m_name);
     if (compile.GetExpression(u"select", false, instruction->m_pSelect)) {
-        for (Dom::CNode* child = compile.GetNode()->GetFirstChild(); child; child = child->GetNextSibling()) {
-            int type = child->GetNodeType();
-            if (type != Dom::COMMENT_NODE && type != Dom::PROCESSING_INSTRUCTION_NODE) {
-                compile.Raise(Xslt::CXsltException::ContentMustBeEmpty);
-            }
-        }
+        compile.RaiseIfNotEmpty();
         return;
     }
     compile.CompileSequence(instruction->m_content);
