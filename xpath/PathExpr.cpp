@@ -140,6 +140,16 @@ bool IsPlainStep(const CStepExpr* step, int axis) {
     return step->GetAxis()->GetKind() == axis && step->GetPredicates().IsEmpty();
 }
 
+bool StaysInPlace(const CStepExpr* step) {
+    int axis = step->GetAxis()->GetKind();
+    return axis == AxisChild || axis == AxisSelf;
+}
+
+bool MayStreamLast(const CStepExpr* step) {
+    int axis = step->GetAxis()->GetKind();
+    return axis == AxisDescendant || axis == AxisDescendantOrSelf || axis == AxisAttribute || axis == AxisNamespace;
+}
+
 bool IgnoresPosition(const CStepExpr* step) {
     for (const TRefPtr<CPredicate>& predicate : step->GetPredicates())
         if (!predicate->IgnoresPosition()) return false;
@@ -183,6 +193,9 @@ void CUnionExpr::AddOperand(CExpression* operand) {
     if (second == AxisAttribute && IsBelowContext(first)) m_nAttributesFirst = 1;
 }
 
+// A path streams when its steps give neither duplicates nor disorder: every step but the last is
+// on the child or self axis, and the last also may be descendant, descendant-or-self, attribute or
+// namespace. Kept up to date step by step, so a long path is built in linear time.
 void CPathExpr::AddStep(CStepExpr* step) {
     m_aSteps.Add(step);
     if (!m_aWalkSteps.IsEmpty() && step->GetAxis()->GetKind() == AxisChild && IgnoresPosition(step)) {
@@ -193,39 +206,16 @@ void CPathExpr::AddStep(CStepExpr* step) {
             TRefPtr<CStepExpr> merged(new CStepExpr(descendant, step->GetTest()));
             for (const TRefPtr<CPredicate>& predicate : step->GetPredicates()) merged->GetPredicates().Add(predicate);
             m_aWalkSteps.Last() = merged;
-            m_bStream = ComputeCanStream();
-            return;
+            return;  // the merged step is a descendant step in the last place, as the one it replaces
         }
     }
+    if (!m_aWalkSteps.IsEmpty()) m_bStream = m_bStream && StaysInPlace(m_aWalkSteps.Last());
     m_aWalkSteps.Add(step);
-    m_bStream = ComputeCanStream();
+    m_bStream = m_bStream && (StaysInPlace(step) || MayStreamLast(step));
 }
 
 const CStepExpr* CPathExpr::GetOnlyStep() const {
     return !m_pBase && m_aWalkSteps.GetSize() == 1 ? m_aWalkSteps[0].Get() : nullptr;
-}
-
-// Only child and self may stand anywhere; descendant, descendant-or-self, attribute and
-// namespace only last; the other axes never. Such a path gives neither duplicates nor disorder.
-bool CPathExpr::ComputeCanStream() const {
-    if (m_pBase && !m_bAbsolute) return false;
-    int last = m_aWalkSteps.GetSize() - 1;
-    for (int i = 0; i <= last; ++i) {
-        switch (m_aWalkSteps[i]->GetAxis()->GetKind()) {
-            case AxisChild:
-            case AxisSelf:
-                break;
-            case AxisDescendant:
-            case AxisDescendantOrSelf:
-            case AxisAttribute:
-            case AxisNamespace:
-                if (i != last) return false;
-                break;
-            default:
-                return false;
-        }
-    }
-    return true;
 }
 
 void CPathExpr::Evaluate(TRefPtr<CValue>& result, CContext* context) const {

@@ -104,8 +104,6 @@ public:
     const CStepExpr* GetOnlyStep() const;
 
 private:
-    bool ComputeCanStream() const;
-
     TRefPtr<CExpression> m_pBase;
     bool m_bAbsolute;
     bool m_bStream;

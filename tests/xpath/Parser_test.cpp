@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "XpathTestSupport.h"
+#include "xpath/PathExpr.h"
 #include "xpath/Scanner.h"
 
 namespace {
@@ -195,6 +196,26 @@ TEST(Parser, LongPathsAndUnionsAreNotNesting) {
     }
     EXPECT_EQ(ParseFailure(path), "");
     EXPECT_EQ(ParseFailure(alternatives), "");
+}
+
+bool Streams(const std::string& expression) {
+    Xpath::CParser parser;
+    TRefPtr<Xpath::CExpression> tree;
+    parser.Parse(tree, U(expression));
+    auto* path = dynamic_cast<Xpath::CPathExpr*>(tree.Get());
+    EXPECT_NE(path, nullptr) << expression;
+    return path && path->CanStream();
+}
+
+TEST(Parser, PathsStreamOnlyWithInPlaceStepsBeforeTheLast) {
+    for (const char* text : {"a/b", "/a/b", "a//b", "./a/descendant::b", "a/@*", "a/namespace::*", "a/b//c"})
+        EXPECT_TRUE(Streams(text)) << text;
+    for (const char* text : {"a//b/c", ".//a[1]", "@*/a", "a/..", "a/descendant::b/c", "$x/a", "(a)/b", "a/ancestor::b"})
+        EXPECT_FALSE(Streams(text)) << text;
+    std::string path = "a";
+    for (int i = 0; i < 20000; ++i) path += "/a";
+    EXPECT_TRUE(Streams(path + "//b"));
+    EXPECT_FALSE(Streams(path + "/../a"));
 }
 
 TEST(XpathException, RendersUpToThreeArgumentsAndAnUnclassifiedRow) {
