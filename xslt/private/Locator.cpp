@@ -2,6 +2,7 @@
 // so a lookup is a binary search over the lines and a short walk within one.
 #include "xslt/private/Locator.h"
 
+#include <algorithm>
 #include <new>
 
 #include "dom/Document.h"
@@ -196,35 +197,20 @@ void CLocator::InsertRecord(SDocument& document, const SRecord& record) {
 
 bool CLocator::FindRecord(const SDocument& document, uint32_t order, int& line, int& column) {
     const TArray<SRecord>& records = document.aRecords;
-    int low = 0;
-    int high = records.GetSize();
-    while (low < high) {
-        int middle = low + (high - low) / 2;
-        if (records[middle].nOrder < order) {
-            low = middle + 1;
-        } else {
-            high = middle;
-        }
-    }
-    if (low == records.GetSize() || records[low].nOrder != order) return false;
-    line = records[low].nLine;
-    column = records[low].nColumn;
+    auto found = std::lower_bound(records.begin(), records.end(), order,
+                                  [](const SRecord& record, uint32_t wanted) { return record.nOrder < wanted; });
+    if (found == records.end() || found->nOrder != order) return false;
+    line = found->nLine;
+    column = found->nColumn;
     return true;
 }
 
 // The last run that starts at or before the order, then its nodes one by one.
 bool CLocator::FindInRuns(const SDocument& document, uint32_t order, int& line, int& column) {
     const TGrowing<SLineRun>& runs = document.aRuns;
-    int low = 0;
-    int high = runs.GetSize();
-    while (low < high) {
-        int middle = low + (high - low) / 2;
-        if (runs[middle].nFirstOrder <= order) {
-            low = middle + 1;
-        } else {
-            high = middle;
-        }
-    }
+    auto after = std::upper_bound(runs.begin(), runs.end(), order,
+                                  [](uint32_t wanted, const SLineRun& run) { return wanted < run.nFirstOrder; });
+    int low = static_cast<int>(after - runs.begin());
     if (low == 0) return false;
     const SLineRun& run = runs[low - 1];
     int end = low < runs.GetSize() ? static_cast<int>(runs[low].nOffset) : document.aColumns.GetSize();

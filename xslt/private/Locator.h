@@ -68,6 +68,8 @@ private:
         ~TGrowing() { std::free(m_pBegin); }
         int GetSize() const { return static_cast<int>(m_pEnd - m_pBegin); }
         const T& operator[](int i) const { return m_pBegin[i]; }
+        const T* begin() const { return m_pBegin; }
+        const T* end() const { return m_pEnd; }
         bool HasRoom(int count) const { return m_pLimit - m_pEnd >= count; }
         bool IsFull() const { return m_pEnd == m_pLimit; }
         // Writing goes to End() and Commit sets the new end.
